@@ -1,0 +1,67 @@
+// psfilestream.h - the thin file classes under every stream. A file is open from
+// construction to destruction; a failure to open leaves a null file.
+#ifndef PSSTREAM_PSFILESTREAM_H
+#define PSSTREAM_PSFILESTREAM_H
+
+#include "psbase/psstring.h"
+#include <cstdio>
+
+class io_stream {
+public:
+    // Bits of the mode. Read goes before Write.
+    enum Mode { Read = 1, Write = 2, Append = 4, Binary = 8, Raw = 256 };
+
+    // Opens the file, at the place that the path hooks give unless Raw is set. An empty name opens
+    // nothing. With report, a failure is told through g_ostrm at the error level.
+    io_stream(psString const& name, int mode, bool report);
+    explicit io_stream(FILE* opened) : file(opened) {} // takes the file over
+    io_stream(io_stream const&) = delete;
+    io_stream& operator=(io_stream const&) = delete;
+    virtual ~io_stream();
+
+    bool isOpen() const { return file != nullptr; }
+    void close(); // does nothing when it is closed
+
+    FILE* file;
+
+    // Place a relative name in the session's directories. The session sets them; until then a
+    // name is used as it stands.
+    static psString (*inPathHook)(psString path);
+    static psString (*outPathHook)(psString path);
+};
+
+class o_stream : public io_stream {
+public:
+    using io_stream::io_stream;
+    void flush();
+
+    // Writes the text, to standard output when no file is open. The first write that fails (a full
+    // disk, a closed pipe) is told once on standard error; later ones are silent.
+    void write(char const* text);
+
+private:
+    bool failureTold = false;
+    void tellFailure();
+};
+
+class i_stream : public io_stream {
+public:
+    using io_stream::io_stream;
+
+    // Reads one line of any length without its newline. False at the end of the file with nothing
+    // read, and at once when no file is open. A carriage return is kept.
+    bool getline(psString& line);
+};
+
+o_stream& operator<<(o_stream& out, psString const& text);
+
+// Text of the platform's last error; empty here. The place for a platform's own text.
+psString getLastErrorMessage();
+
+// A target for a stream, on the heap and owned by the caller; null, told, if it can't be opened.
+o_stream* createOStream(psString const& name, bool append);
+
+extern i_stream c_in;  // standard input
+extern o_stream c_out; // standard output
+
+#endif

@@ -1,0 +1,72 @@
+// psinifile.h - test parameters kept between runs: sections of keys and values, read
+// whole at the start and rewritten whole at the end.
+#ifndef PSSTREAM_PSINIFILE_H
+#define PSSTREAM_PSINIFILE_H
+
+#include "psbase/psstring.h"
+
+struct psValueItem {
+    psString key;
+    psString value; // "~~~" marks a key without a value
+    psString comment;
+};
+
+class psValues : public psList<psValueItem*> {
+public:
+    psValues() = default;
+    psValues(psValues const&) = delete;
+    psValues& operator=(psValues const&) = delete;
+    ~psValues() override;
+    psValueItem* exist(psString const& key);
+};
+
+struct psSectionItem {
+    psString name;
+    psValues values;
+};
+
+class psSections : public psList<psSectionItem*> {
+public:
+    psSections() = default;
+    psSections(psSections const&) = delete;
+    psSections& operator=(psSections const&) = delete;
+    ~psSections() override;
+    psSectionItem* exist(psString const& name);
+};
+
+class psIniFile {
+public:
+    psIniFile() = default;
+    psIniFile(psIniFile const&) = delete;
+    psIniFile& operator=(psIniFile const&) = delete;
+    ~psIniFile(); // close()
+
+    // Reads the file. A writable one that does not exist is created. False, told, if that fails.
+    bool open(psString name, bool writable);
+
+    bool sectionExist(psString section);
+    bool valueExist(psString section, psString key);
+    psValues* getSectionValues(psString section); // null if absent; not the caller's
+
+    psString read(psString section, psString key, psString defaultValue);
+
+    // Change the memory only; the comment of a key that is there already stays.
+    void write(psString section, psString key, psString value, psString comment);
+    void write(psString section, psString key);
+    void write(psString section);
+    void eraseSection(psString section);
+    void deleteKey(psString section, psString key);
+
+    void updateFile(); // rewrites the file if it is writable
+    void close();      // updateFile, then forgets all
+
+    static bool getSection(psString line, psString& name);
+    static bool getValue(psString line, psString& key, psString& value);
+
+private:
+    psString m_fileName;
+    psSections m_sections; // order of insertion
+    bool m_writable = false;
+};
+
+#endif

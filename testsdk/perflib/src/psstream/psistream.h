@@ -1,0 +1,62 @@
+// psistream.h - where parameter values come from: -d data, then the ini file, then the
+// console, then the default.
+#ifndef PSSTREAM_PSISTREAM_H
+#define PSSTREAM_PSISTREAM_H
+
+#include "psstream/psfilestream.h"
+#include "psstream/psinifile.h"
+
+struct psData {
+    psString key;
+    psString value;
+};
+
+class psDataList : public psList<psData> {
+public:
+    void set(psString text);                // "key=value"; what stands behind a further "=" is lost
+    void set(psString key, psString value); // trims both; an old pair of the key is removed
+    iterator find(psString const& key);     // end() if absent
+    bool get(psString const& key, psString& value);
+};
+
+class psIStream {
+public:
+    enum Source { FromDefault = 0, FromConsole = 1, FromIni = 2, FromData = 3 };
+
+    psIStream() = default;
+    psIStream(psIStream const&) = delete;
+    psIStream& operator=(psIStream const&) = delete;
+    virtual ~psIStream();
+
+    bool batchMode() const { return stream == nullptr; }
+    int source() const { return itemSource; } // of the last value, a Source
+
+    void setIStream(i_stream* input); // takes it over, but for c_in; null ends the dialogue
+    bool setIniFile(psString name, bool writable);
+    void deleteIniFile();
+    bool hasIniFile() const { return iniFile != nullptr; }
+    psIniFile* getIniFile() { return iniFile; } // null if none
+    bool savesToIni() const { return saveToIni && iniFile != nullptr; }
+    psString setIniSection(psString section); // gives the previous one
+    void setData(psString text) { dataList.set(text); }
+
+    // The value of an item, and source() of it. Stores it in a writable ini file, with the comment.
+    psString getItemValue(psString key, psString defaultValue, psString title, psString comment);
+
+    // Prompts on c_out and reads one line.
+    psString getItemValue(i_stream& input, psString title, psString defaultValue);
+
+    void close() {}
+
+private:
+    i_stream* stream = nullptr;
+    psIniFile* iniFile = nullptr;
+    psDataList dataList;
+    psString iniSection = "Perf System";
+    bool saveToIni = false;
+    int itemSource = FromDefault;
+};
+
+extern psIStream g_istrm;
+
+#endif

@@ -1,0 +1,115 @@
+// pstool.h - the measuring tool: turns a callable into clocks per call, and says how far
+// the number can be trusted.
+#ifndef PSTOOL_PSTOOL_H
+#define PSTOOL_PSTOOL_H
+
+#include "psbase/psstring.h"
+#include "pscpu/pscputicker.h"
+#include "pstool/psresult.h"
+#include <ctime>
+
+class psTool;
+
+using psFuncLoop = psResult (*)(int loops, long long* clocks);
+using psFuncStat = psResult (*)(int* calls, long long* clocks);
+using psFuncCall = int (*)();
+using psFuncOld = psResult (*)(psTool& tool, int loops);
+
+class psTool {
+public:
+    enum Method { Auto = 0, Loop = 1, Stat = 2, Best = 3 };
+
+    psTool();
+    virtual ~psTool() = default;
+    psTool(psTool const&) = default;
+    psTool& operator=(psTool const&) = default;
+
+    // Choice of the method.
+    void setMethodAuto();
+    void setMethodLoop(int loops);
+    void setMethodStat(int minCalls, long long maxClocks);
+    void setMethodBest(int start, int max, long long minClocks);
+    bool getMethodAuto() const;
+    bool getMethodLoop(int& loops) const; // each fills its targets only if the method is chosen
+    bool getMethodStat(int& minCalls, long long& maxClocks) const;
+    bool getMethodBest(int& start, int& max, long long& minClocks) const;
+    static void getAutoParameters(int& start, int& max, long long& minClocks);
+    void setLoopFactor(int factor); // the Auto method's constants, scaled by a power of two
+
+    void setFuncTicks(double ticks) { m_funcTicks = ticks; }
+    void reset(); // the results, not the choices
+
+    // Measures by the chosen method. The answer is in m_funcTicks, m_actualAccuracy, m_comment.
+    psResult timing(psFuncLoop funcLoop, psFuncStat funcStat, psFuncCall funcCall,
+                    psFuncCall funcInit);
+    psResult timing(psFuncOld funcOld);
+
+    // Bracket the calls of a timing function of the tool form. Between the two stands nothing but
+    // the calls: both must stay inline and a counter read each.
+    void start() { m_numClocks = static_cast<long long>(psCpuTicker::rdtsc()); }
+    void stop() { m_numClocks = static_cast<long long>(psCpuTicker::rdtsc()) - m_numClocks; }
+
+    // One single measurement; all methods but the statistic one go through it.
+    void runTimFunc(int loops, double* funcClocks, bool forceLoop);
+    void runTimFuncStat(long long clocks, int* calls, double* funcClocks);
+    psResult timCall_Loop(int loops, long long* clocks, bool reset);
+    psResult timCall_Stat(int* calls, long long* clocks, bool reset);
+
+    // The methods.
+    void autoLoopTiming();
+    void bestTiming(int startLoops, int maxLoops, long long minClocks);
+    psResult startIterations(int loops, long long minClocks);
+    psResult continueIterations(int startLoops, int maxLoops);
+    psResult repeatTiming(int loops, int count);
+    void customLoopTiming();
+    void statisticTiming();
+
+    void updateResult(psResult result); // keeps the worst and its text
+    void ctrlStart();
+    void ctrlStop();
+    static psString clockStr(long long clocks);
+    static psString getAccuracyStr(double accuracy);
+    static void writeInfo(psString& text); // at MSG_INFO; empties text in any case
+    void writeError();
+
+    psResult m_result = psResUndefined; // worst of this measurement
+    double m_funcTicks = 0.0;           // clocks per loop or call, before the test's divisor
+    int m_curLoops = 0;                 // loop count of the last measurement
+    double m_accuracy = 0.05;           // wanted, as a fraction
+    int m_method = Auto;
+    int m_numLoops = 10;       // method Loop
+    int m_startLoops = 1;      // method Best
+    int m_maxLoops = 2048;     // method Best
+    bool m_useCalls = false;   // the Stat form of call in the Auto method
+    bool m_setAndUse = false;  // key -SU: reset all vectors before each call
+    long long m_minClocks = 100;   // method Best
+    int m_minCalls = 12;           // method Stat
+    long long m_maxClocks = 10000; // method Stat; a lower bound in spite of its name
+    bool m_initAndCheck = false;   // m_funcInit ahead of each measurement, watch the control status
+    bool m_checkStatus = false;    // working copy of m_initAndCheck
+    psString m_resultText;         // text of the worst result, or the actual accuracy
+    psString m_comment;            // for the table's comment column
+    long long m_numClocks = 0;     // of the last measurement; between start and stop the start
+    double m_actualAccuracy = 1.0; // spread of the last measurements, as a fraction
+    int m_factorStart = 0;         // override of the Auto method's start loops; 0: none
+    int m_factorMax = 0;           // override of its maximum
+    time_t m_resetTime;
+    time_t m_createTime;
+    psFuncLoop m_funcLoop = nullptr;
+    psFuncStat m_funcStat = nullptr;
+    psFuncCall m_funcCall = nullptr;
+    psFuncCall m_funcInit = nullptr;
+
+    static int m_priority; // during measuring: 0 leave alone, 1 high, 2 normal, 3 low
+    static psResult (*m_pCheckStatus)(int status); // turns a library status into a result; may be null
+};
+
+extern psTool g_tool;   // what the user chose
+extern psString info;   // text of writeError
+extern psFuncOld _funcOld; // the tool form is reached through these two
+extern psTool* _pTool;
+
+bool badCtrlStatus();
+void printBadCtrlStatus(bool enabled);
+
+#endif
