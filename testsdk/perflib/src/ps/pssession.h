@@ -1,0 +1,136 @@
+// pssession.h - the spine of a run: the key table, the names of all files, and the order
+// of all steps from the command line to the signal file.
+#ifndef PS_PSSESSION_H
+#define PS_PSSESSION_H
+
+#include "ps/pscommandlist.h"
+#include "pstest/pstestlist.h"
+
+class psSession;
+
+// One key: its help, its echo and its effect.
+struct psOption {
+    char key;
+    bool hidden;    // for developers: left out of the short help
+    psString quick; // line of short help, with its newline
+    psString (*info)(psString arg);
+    void (*apply)(psString arg, psSession* session);
+    psString descr; // extended help
+};
+
+class psSession {
+public:
+    enum AskMode { askTiming = 1, askParams = 2, askMisalign = 4, askEachTest = 8 };
+
+    psSession();
+    psSession(psSession const&) = delete;
+    psSession& operator=(psSession const&) = delete;
+    virtual ~psSession();
+    virtual void initSession();
+    virtual int run(int argc, char** argv);
+    virtual void funcTitleToCStream();
+    virtual void parmsTitleToCStream();
+    virtual void resultTitleToCStream();
+    virtual void putTableTitle();
+    virtual void putTableTitleLine();
+    virtual bool startSession() { return true; }
+    virtual void updateOptions();
+    virtual bool parseCommandLine(int argc, char** argv); // false, told, on a fatal error
+    virtual void listTests(int mode);
+    virtual void hint(char which, bool hide);
+    virtual void hint_quick(bool hide);
+    virtual void hint_full(bool hide);
+    virtual void hint_descr(char which);
+    virtual void outputHeader();
+    virtual void outputFooter();
+    virtual void outputSignal();
+    virtual void readCommonData();
+
+    // Keys.
+    void initOption(char key, psString quick, psString (*info)(psString),
+                    void (*apply)(psString, psSession*), psString descr, bool hidden);
+    psOption* getOption(char key); // null if there is none
+    void applyOption(char key, psString arg);
+    static bool isExit(int level) { return m_exitLevel >= level; }
+    static psString getExitInfo(); // why a key has no effect
+    void addCondition(RunCondition* condition); // takes it over
+    void logicCondition(int logic);
+    void addAskMode(int mode);
+    void setEnumMode(int mode);
+    void addLevelMode(OutputLevel level);
+    void unopenedFile();
+    void setIniMode(psString path, bool write);
+    void setSglName(psString name);
+
+    // Paths. A name is absolute with a leading "/" or "\\", or a drive letter.
+    static bool isAbsolutePath(psString path);
+    static psString getDirPath(psString path, psString dir);
+    static psString getOutPath(psString path);
+    static psString getInPath(psString path);
+    static psString genPathName(psString dir, psString name, psString ext);
+    static psString genOutPath(psString name, psString ext);
+    static psString genInPath(psString name, psString ext);
+    static psString genDirName(psString dir);
+    static void setDefName(psString name);
+    static void setOutDir(psString dir);
+    static void setInDir(psString dir);
+
+    // Dialogue. Each read gives non-zero if it asked on the console.
+    int readTimingMethod();
+    int readTestParameters();
+    int readDataOffset();
+    static psString getEnterTitle(psString title);
+
+    // Steps of the run.
+    bool readCfgFile(psString& line, psString& path);
+    bool enumOutput();
+    bool hintOutput();
+    void selectTestParameters();
+    void beginCommonData();
+    void endCommonData();
+
+    psConditions* m_conditions = nullptr;
+    psList<psOption*> m_options; // in the order of registration
+    int m_askMode = 0;
+    bool m_batchMode = false;
+    OutputLevel m_levelMode = 1; // reaches g_ostrm when the common data are read
+    bool m_noSort = false;
+    int m_enumMode = 100; // 100: no enumeration
+    bool m_unopened = false;
+    psString m_iniName;
+    bool m_iniWrite = false;
+    psString m_cmdEcho;
+    psString m_sglName;
+
+    static psString& m_exePath;
+    static psString m_defName; // default file title
+    static psString m_inDir;   // with a separator at the end
+    static psString m_outDir;
+    static psCommandList* pCmdList;
+    static int& m_nameMode;
+    static bool& m_nameExit;
+    static int m_exitLevel;
+};
+
+// What the keys set for the session's later steps.
+struct psSessionKeys {
+    unsigned long long cpuFeature = 0; // -T; 0: none
+    int numThreads = 0;                // -N; not above 0: none
+    bool version = false;              // -v
+    char hintArg = 0;                  // 0 no help, 1 short help, else the letter
+    bool hintHide = true;              // leave hidden keys out
+};
+extern psSessionKeys g_sessionKeys;
+
+// Fills the table of keys in its order.
+void psInitKeyTable(psSession& session);
+
+int getAskLevel(psString const& arg);
+OutputLevel getLevel(psString const& arg);
+void readAccuracy(int method);
+
+// Calls the environment function and fills what it leaves empty.
+void setZolEnvironment();
+void setZolLibInfo();
+
+#endif

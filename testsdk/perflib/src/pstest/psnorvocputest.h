@@ -1,0 +1,22 @@
+// psnorvocputest.h - the processor report, the first test of every run.
+#ifndef PSTEST_PSNORVOCPUTEST_H
+#define PSTEST_PSNORVOCPUTEST_H
+
+#include "pscpu/cpuid.h"
+#include "pstest/psinfotest.h"
+
+class __psNorvoCpuTest : public __psInfoTest {
+public:
+    using __psInfoTest::__psInfoTest;
+    void printInformation() override;
+
+    // The pieces of the report, from given register values.
+    static psString signature(CPUID const& leaf1);
+    static psString multiThreading(CPUID const& leaf1, bool leaf1Valid, CPUID const& leaf4,
+                                   bool leaf4Valid);
+    static psString cacheParms(int subleaf, CPUID const& leaf4);
+    static psString extendedL2(CPUID const& leaf);
+    static psString maskFlags(unsigned long long features, unsigned long long enabled);
+};
+
+#endif
