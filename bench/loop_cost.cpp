@@ -15,7 +15,7 @@ __attribute__((noinline)) int emptyCall() {
 constexpr int rounds = 2000;
 
 double byHand(int loops) {
-    int (*volatile const call)() = emptyCall;
+    int (*const volatile call)() = emptyCall;
     double best = 1e30;
     for (int round = 0; round < rounds; ++round) {
         int (*const function)() = call;

@@ -6,13 +6,13 @@ ZolLibraryVersion const* zolvmGetLibVersion(void) {
     return &version;
 }
 
-#define DEFINE_UNARY(name, S, D) \
+#define DEFINE_UNARY(name, S, D)                                                                   \
     ZolStatus name(S const*, D*, int) { return zolStsNoErr; }
-#define DEFINE_BINARY(name, S, D) \
+#define DEFINE_BINARY(name, S, D)                                                                  \
     ZolStatus name(S const*, S const*, D*, int) { return zolStsNoErr; }
-#define DEFINE_SCALAR(name, S, D) \
+#define DEFINE_SCALAR(name, S, D)                                                                  \
     ZolStatus name(S const*, S, D*, int) { return zolStsNoErr; }
-#define DEFINE_TWO_RESULTS(name, S, D) \
+#define DEFINE_TWO_RESULTS(name, S, D)                                                             \
     ZolStatus name(S const*, D*, D*, int) { return zolStsNoErr; }
 
 ZOLVM_UNARY(DEFINE_UNARY)
