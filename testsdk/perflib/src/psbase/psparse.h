@@ -5,6 +5,7 @@
 
 #include "psbase/psstring.h"
 
+// One text and the place reached in it.
 class psParse {
 public:
     explicit psParse(psString const& source) : text(source), position(0), quoted(false) {}
@@ -20,6 +21,10 @@ public:
     int parse(psString& a, psString& b, psString& c, psString newSeparators);
 
 private:
+    bool skipSeparators(); // false at the end of the text
+    void takeQuoted(psString& word);
+    int parseInto(psString* const* targets, int room, psString const& newSeparators);
+
     psString text;
     psString separators;
     int position; // index at which the next word is looked for

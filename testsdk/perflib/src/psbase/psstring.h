@@ -43,7 +43,7 @@ public:
     static int getBufSize(int n);
 
     void allocate(int n);          // length n (negative counts as 0), all zero bytes
-    void growBy(int n);            // n more zero bytes behind the text, kept linear in n
+    void growBy(int n);            // n more zero bytes behind the text, if n is above 0
     void resize(int n, char fill); // the fill is left out when the old text was empty
 
     psString& operator+=(psString const& other);
@@ -54,11 +54,11 @@ public:
     bool operator==(char const* text) const;
     int compare(psString const& other) const; // signed characters, then the lengths' difference
 
-    int find(psString const& pattern, int pos) const;  // index, -1 if absent
+    int find(psString const& pattern, int pos) const; // index, -1 if absent
     bool contains(psString const& pattern) const { return find(pattern, 0) >= 0; }
-    int rfind(psString const& pattern) const;           // index, -1 if absent
-    psString substr(int pos, int n) const; // pos must not exceed the length
-    psString substr(int pos) const;        // empty if pos is above the length
+    int rfind(psString const& pattern) const; // index, -1 if absent
+    psString substr(int pos, int n) const;    // pos must not exceed the length
+    psString substr(int pos) const;           // empty if pos is above the length
 
     psString toLower() const;
     void trim(); // a trailing carriage return stays
@@ -77,7 +77,8 @@ public:
     int parse(psString& a, psString& b, psString& c, psString separators) const;
 
     // Conversions between values and names, over parallel tables of count entries. The first
-    // entry that fits wins, so the order of a table is part of its meaning.
+    // entry that fits wins, so the order of a table is part of its meaning. A name that fits
+    // nothing gives 0, and adds no flag: the text is a copy, so its own flag can't tell.
     static psString enumString(int value, int const* values, psString const* names, int count);
     static psString flagString(int value, int const* flags, psString const* names, int count);
     static int enumValue(psString text, int const* values, psString const* names, int count,
@@ -86,6 +87,8 @@ public:
                          int offset);
 
 private:
+    bool owns(char const* text) const; // whether text lies in the buffer
+
     char* buffer;         // from calloc, never null; every byte behind length is zero
     int length;           // characters, without the terminator
     int capacity;         // bytes, a multiple of 16

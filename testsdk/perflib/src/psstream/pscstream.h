@@ -5,23 +5,19 @@
 
 #include "psstream/psfilestream.h"
 
-class psCStream : public psList<o_stream*> {
+// A table: the line under construction, the lines held back and the lines under watch.
+class psCStream : public psTargetList {
 public:
     static constexpr int maxColumns = 32;
-
-    psCStream() = default;
-    psCStream(psCStream const&) = delete;
-    psCStream& operator=(psCStream const&) = delete;
-    ~psCStream() override; // closes all targets, frees those made by addStream
 
     void setColm(int i, psString const& value); // ignored outside the columns
     bool getColm(int i, psString& value) const;
     void setNextColm(psString const& value); // dropped when all columns are filled
 
-    void tableOut(int n);      // writes n columns (0: those filled), "-" for an empty one
-    void tableFlush();         // empties the line
-    void lineOut(int n);       // tableOut, count, watch, tableFlush
-    void linePostpone();       // holds the line back
+    void tableOut(int n);        // writes n columns (0: those filled), "-" for an empty one
+    void tableFlush();           // empties the line
+    void lineOut(int n);         // tableOut, count, watch, tableFlush
+    void linePostpone();         // holds the line back
     void linePostponeOut(int n); // writes the held lines, oldest first
 
     // Watch for lines whose first n columns repeat, from start to stop. A repeat is told on
@@ -30,10 +26,6 @@ public:
     bool identicalLinesCheck();
     bool identicalLinesStop();
     static bool identicalColms(psString const* a, psString const* b, int n);
-
-    bool addStream(psString const& name, bool append);
-    void flush();
-    void close();
 
     int nextColm = 0; // columns filled so far
 
@@ -45,9 +37,9 @@ private:
     static void clearStore(psStringList* store);
 
     psString columns[maxColumns];
-    int lineCount = 0;                        // lines written since construction
-    int identicalCount = 0;                   // leading columns under watch, 0: no watch
-    psStringList identicalStore[maxColumns];  // list k holds column k of every stored line
+    int lineCount = 0;                       // lines written since construction
+    int identicalCount = 0;                  // leading columns under watch, 0: no watch
+    psStringList identicalStore[maxColumns]; // list k holds column k of every stored line
     psStringList postponeStore[maxColumns];
 };
 

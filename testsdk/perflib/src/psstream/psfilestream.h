@@ -6,6 +6,7 @@
 #include "psbase/psstring.h"
 #include <cstdio>
 
+// A file for reading or writing, and how it came to be open.
 class io_stream {
 public:
     // Bits of the mode. Read goes before Write.
@@ -14,13 +15,13 @@ public:
     // Opens the file, at the place that the path hooks give unless Raw is set. An empty name opens
     // nothing. With report, a failure is told through g_ostrm at the error level.
     io_stream(psString const& name, int mode, bool report);
-    explicit io_stream(FILE* opened) : file(opened) {} // takes the file over
+    explicit io_stream(FILE* opened); // takes the file over
     io_stream(io_stream const&) = delete;
     io_stream& operator=(io_stream const&) = delete;
     virtual ~io_stream();
 
     bool isOpen() const { return file != nullptr; }
-    void close(); // does nothing when it is closed
+    virtual void close(); // does nothing when it is closed; a standard stream is only let go
 
     FILE* file;
 
@@ -28,22 +29,34 @@ public:
     // name is used as it stands.
     static psString (*inPathHook)(psString path);
     static psString (*outPathHook)(psString path);
+
+protected:
+    bool closeFile(); // false when the last bytes could not be written
+
+    psString fileName; // the path that was opened, for messages
 };
 
+// A file that text is written to.
 class o_stream : public io_stream {
 public:
     using io_stream::io_stream;
-    void flush();
+    ~o_stream() override;
 
-    // Writes the text, to standard output when no file is open. The first write that fails (a full
-    // disk, a closed pipe) is told once on standard error; later ones are silent.
+    // Writes the text, to standard output when no file is open. The first failure (a full disk, a
+    // closed pipe) of write, flush or close is told on standard error; later ones are silent.
     void write(char const* text);
+    void flush();
+    void close() override;
+
+    bool ownedByList = false; // made by addStream: the list that it stands in frees it
 
 private:
+    void tellFailure(char const* place);
+
     bool failureTold = false;
-    void tellFailure();
 };
 
+// A file that is read line by line.
 class i_stream : public io_stream {
 public:
     using io_stream::io_stream;
@@ -54,6 +67,21 @@ public:
 };
 
 o_stream& operator<<(o_stream& out, psString const& text);
+
+// The targets of an output stream, written in order.
+class psTargetList : public psList<o_stream*> {
+public:
+    psTargetList() = default;
+    psTargetList(psTargetList const&) = delete;
+    psTargetList& operator=(psTargetList const&) = delete;
+    ~psTargetList() override; // closes all targets, frees those made by addStream
+
+    void flush();
+    void close(); // the targets stay in the list
+
+    // Opens a file as a further target; false, told, if it can't be opened.
+    bool addStream(psString const& name, bool append);
+};
 
 // Text of the platform's last error; empty here. The place for a platform's own text.
 psString getLastErrorMessage();

@@ -5,35 +5,40 @@
 
 #include "psbase/psstring.h"
 
+// A key of a section.
 struct psValueItem {
     psString key;
     psString value; // "~~~" marks a key without a value
     psString comment;
 };
 
+// The keys of a section, owned, in order of insertion.
 class psValues : public psList<psValueItem*> {
 public:
     psValues() = default;
     psValues(psValues const&) = delete;
     psValues& operator=(psValues const&) = delete;
     ~psValues() override;
-    psValueItem* exist(psString const& key);
+    psValueItem* exist(psString const& key); // null if absent
 };
 
+// A section.
 struct psSectionItem {
     psString name;
     psValues values;
 };
 
+// The sections of a file, owned, in order of insertion.
 class psSections : public psList<psSectionItem*> {
 public:
     psSections() = default;
     psSections(psSections const&) = delete;
     psSections& operator=(psSections const&) = delete;
     ~psSections() override;
-    psSectionItem* exist(psString const& name);
+    psSectionItem* exist(psString const& name); // null if absent
 };
 
+// The whole file in memory; only updateFile and close write it.
 class psIniFile {
 public:
     psIniFile() = default;
@@ -41,7 +46,8 @@ public:
     psIniFile& operator=(psIniFile const&) = delete;
     ~psIniFile(); // close()
 
-    // Reads the file. A writable one that does not exist is created. False, told, if that fails.
+    // Reads the file. A writable one that does not exist is created. False, told, if that fails;
+    // also for a file that exists and can't be read, which is left as it is.
     bool open(psString name, bool writable);
 
     bool sectionExist(psString section);
@@ -60,12 +66,16 @@ public:
     void updateFile(); // rewrites the file if it is writable
     void close();      // updateFile, then forgets all
 
+    // The grammar of a line. getValue is always true.
     static bool getSection(psString line, psString& name);
     static bool getValue(psString line, psString& key, psString& value);
 
 private:
+    psSectionItem* provideSection(psString const& name); // found, or made
+    void takeLine(psString line, psSectionItem*& current);
+
     psString m_fileName;
-    psSections m_sections; // order of insertion
+    psSections m_sections;
     bool m_writable = false;
 };
 

@@ -6,11 +6,13 @@
 #include "psstream/psfilestream.h"
 #include "psstream/psinifile.h"
 
+// A value given on the command line.
 struct psData {
     psString key;
     psString value;
 };
 
+// The given values, oldest first; a key stands there once.
 class psDataList : public psList<psData> {
 public:
     void set(psString text);                // "key=value"; what stands behind a further "=" is lost
@@ -19,6 +21,7 @@ public:
     bool get(psString const& key, psString& value);
 };
 
+// Answers what the value of an item is, and remembers where the answer came from.
 class psIStream {
 public:
     enum Source { FromDefault = 0, FromConsole = 1, FromIni = 2, FromData = 3 };

@@ -20,12 +20,10 @@ enum MessageLevel : int {
 
 using OutputLevel = int; // a union of MessageLevel bits
 
-class psOStream : public psList<o_stream*> {
+// Text at a level, written to all targets if the level is wanted.
+class psOStream : public psTargetList {
 public:
     psOStream() : outLevel(1), msgLevel(4) {}
-    psOStream(psOStream const&) = delete;
-    psOStream& operator=(psOStream const&) = delete;
-    ~psOStream() override; // closes all targets, frees those made by addStream
 
     void setOutLevel(OutputLevel level) { outLevel = level; }
     OutputLevel getOutLevel() const { return outLevel; }
@@ -43,12 +41,6 @@ public:
     // Whether text written now would pass.
     bool passes() const { return (msgLevel & outLevel) != 0; }
     void write(psString const& text); // to each target if it passes
-
-    void flush();
-    void close(); // the targets stay in the list
-
-    // Opens a file as a further target; false, told, if it can't be opened.
-    bool addStream(psString const& name, bool append);
 
 protected:
     psOStream(OutputLevel out, int message) : outLevel(out), msgLevel(message) {}

@@ -5,6 +5,7 @@
 
 #include "psbase/psstring.h"
 
+// The open calls, innermost first.
 class psTrace : public psList<psString> {
 public:
     void traceIn(psString const& name);

@@ -1,0 +1,145 @@
+// fault_functions.cpp - test functions that fault, fail, leave flags behind, take long or write
+// too far. Each is a test of its own, chosen by -f; zGood runs behind all of them.
+#include <csignal>
+#include <ctime>
+
+#include "psmemory/psmemory.h"
+#include "pstest/pstest.h"
+#include "pstest/pstestlist.h"
+
+namespace {
+
+int s_calls = 0;        // of the function under test, since its test began
+int s_faultAt = 1;      // the call that faults
+int s_signal = SIGSEGV; // and how
+
+void fault() {
+    switch (s_signal) {
+    case SIGFPE:
+#if defined(__SANITIZE_ADDRESS__)
+        raise(SIGFPE);
+#else
+    {
+        int volatile zero = 0;
+        s_calls = s_calls / zero;
+    }
+#endif
+        break;
+    case SIGILL:
+#if defined(__SANITIZE_ADDRESS__)
+        raise(SIGILL);
+#else
+        asm volatile("ud2");
+#endif
+        break;
+    default:
+#if defined(__SANITIZE_ADDRESS__)
+        raise(SIGSEGV);
+#else
+        asm volatile("movl $0, 0");
+#endif
+    }
+}
+
+int faultingCall() {
+    if (++s_calls == s_faultAt) {
+        fault();
+    }
+    return 0;
+}
+
+int quietCall() {
+    ++s_calls;
+    return 0;
+}
+
+int invalidFlagCall() {
+    float const zero = 0.0F;
+    float result;
+    asm volatile("divss %1, %0" : "=x"(result) : "x"(zero), "0"(zero));
+    return 0;
+}
+
+int slowCall() {
+    timespec const pause = {0, 20000000};
+    nanosleep(&pause, nullptr);
+    return 0;
+}
+
+psResult failingLoop(int, long long* clocks) {
+    *clocks = 1000;
+    return psResFuncFail;
+}
+
+double* s_vector = nullptr;
+constexpr int vectorLength = 100;
+
+int tooFarCall() {
+    for (int i = 0; i <= vectorLength; ++i) {
+        double* const volatile element = s_vector + i;
+        *element = i;
+    }
+    return 0;
+}
+
+class FaultTest : public psTest {
+public:
+    FaultTest(char const* name, psFuncCall call, int signal, int faultAt, int sets = 3)
+        : psTest(call, nullptr, nullptr, nullptr, name, "tests/faults", psString(name) + "_test"),
+          m_signal(signal), m_faultAt(faultAt), m_sets(sets) {}
+
+    bool canStart() override {
+        s_calls = 0;
+        s_signal = m_signal;
+        s_faultAt = m_faultAt;
+        if (m_faultAt == 0) {
+            fault();
+        }
+        m_length.init(1, m_sets, 1, StepAdd, "Set");
+        m_parms.insert(m_parms.end(), &m_length);
+        return true;
+    }
+
+private:
+    int m_signal;
+    int m_faultAt; // 0: in canStart
+    int m_sets;
+    psStepIterator<int> m_length;
+};
+
+class FailTest : public psTest {
+public:
+    explicit FailTest(char const* name)
+        : psTest(failingLoop, nullptr, name, "tests/faults", psString(name) + "_test") {}
+};
+
+class TooFarTest : public psTest {
+public:
+    explicit TooFarTest(char const* name)
+        : psTest(tooFarCall, nullptr, nullptr, nullptr, name, "tests/faults",
+                 psString(name) + "_test") {}
+    bool canStart() override {
+        s_vector = static_cast<double*>(allocate(vectorLength * 8, 0));
+        return s_vector != nullptr;
+    }
+    void flushStart() override {
+        deallocate(s_vector);
+        s_vector = nullptr;
+    }
+};
+
+// The warm-up of the Auto method's first reading is call 1, its timed call is call 2.
+[[maybe_unused]] bool const registered =
+    psRegTest(new FaultTest("aFpeAtFirstCall", faultingCall, SIGFPE, 1)) != 0 &&
+    psRegTest(new FaultTest("bIllAtFirstCall", faultingCall, SIGILL, 1)) != 0 &&
+    psRegTest(new FaultTest("cSegvAtFirstCall", faultingCall, SIGSEGV, 1)) != 0 &&
+    psRegTest(new FaultTest("dFpeInLoop", faultingCall, SIGFPE, 2)) != 0 &&
+    psRegTest(new FaultTest("eIllInLoop", faultingCall, SIGILL, 2)) != 0 &&
+    psRegTest(new FaultTest("fSegvLater", faultingCall, SIGSEGV, 5000000)) != 0 &&
+    psRegTest(new FaultTest("gIllInStart", quietCall, SIGILL, 0)) != 0 &&
+    psRegTest(new FaultTest("hInvalidFlag", invalidFlagCall, SIGFPE, -1)) != 0 &&
+    psRegTest(new FailTest("iFails")) != 0 && psRegTest(new TooFarTest("jTooFar")) != 0 &&
+    psRegTest(new FaultTest("kSlow", slowCall, SIGFPE, -1, 1000)) != 0 &&
+    psRegTest(new FaultTest("zGood", quietCall, SIGFPE, -1)) != 0;
+
+} // namespace

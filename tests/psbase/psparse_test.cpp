@@ -1,0 +1,57 @@
+// psparse_test.cpp - words, separators and quotes.
+#include "psbase/psparse.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace {
+
+TEST(PsParse, SplitsByEachSeparatorAndByQuotes) {
+    struct Case {
+        char const* text;
+        char const* separators;
+        std::vector<std::string> wanted;
+    };
+    Case const cases[] = {
+        {"  a  b ", " ", {"a", "b"}},
+        {"a,,b;", ",;", {"a", "b"}},
+        {"a b", "", {"a b"}},
+        {"", " ", {}},
+        {" \t", "\t ", {}},
+        {"\"a b\"", " ", {"\"a", "b\""}},
+        {"\"x y\" z", " \"", {"x y", "z"}},
+        {"\"a\"\"b\"", "\" ", {"a\"b"}},
+        {"\"\"\"a\"", " \"", {"\"a"}},
+        {"\"open end", " \"", {"open end"}},
+        {"a\"b c\"d", " \"", {"a", "b c", "d"}},
+        {"\"\" a \"\" \"", " \"", {"a"}},
+    };
+    for (Case const& row : cases) {
+        SCOPED_TRACE(row.text);
+        psStringList words;
+        words.insert(words.end(), "old");
+        int const count = psString(row.text).parse(words, row.separators);
+        std::vector<std::string> got;
+        for (psString const& word : words) {
+            got.emplace_back(word.c_str());
+        }
+        EXPECT_EQ(got, row.wanted);
+        EXPECT_EQ(count, static_cast<int>(row.wanted.size()));
+    }
+}
+
+TEST(PsParse, CountsTheWordsThatFindNoRoom) {
+    psString a("old");
+    psString b("old");
+    psString c("old");
+    EXPECT_EQ(psString("k=v=w").parse(a, b, "="), 3);
+    EXPECT_STREQ(a.c_str(), "k");
+    EXPECT_STREQ(b.c_str(), "v");
+    EXPECT_EQ(psString("one").parse(a, b, c, " "), 1);
+    EXPECT_STREQ(a.c_str(), "one");
+    EXPECT_TRUE(b.empty());
+    EXPECT_TRUE(c.empty());
+}
+
+} // namespace

@@ -1,0 +1,185 @@
+// psstring_test.cpp - buffer rule, search and conversions of the string.
+#include "psbase/psstring.h"
+
+#include <climits>
+#include <gtest/gtest.h>
+#include <string>
+
+namespace {
+
+// The two promises on which appending without a terminator rests.
+void expectSoundBuffer(psString const& text) {
+    ASSERT_EQ(text.capacityBytes(), psString::getBufSize(text.size()));
+    for (int i = text.size(); i < text.capacityBytes(); ++i) {
+        ASSERT_EQ(text[i], 0) << "byte " << i << " of a text of " << text.size();
+    }
+}
+
+TEST(PsString, BufferFollowsTheSixteenByteRuleHoweverTheTextGrows) {
+    int const sizes[][2] = {{0, 16}, {15, 16}, {16, 32}, {31, 32}, {32, 48}};
+    for (auto const& [n, wanted] : sizes) {
+        EXPECT_EQ(psString::getBufSize(n), wanted);
+    }
+
+    psString text;
+    std::string model;
+    for (int i = 0; i < 70; ++i) {
+        text += static_cast<char>('a' + i % 26);
+        model += static_cast<char>('a' + i % 26);
+        ASSERT_EQ(model, text.c_str());
+        expectSoundBuffer(text);
+    }
+    text += text;
+    text += text.c_str() + 130;
+    EXPECT_EQ(model + model + model.substr(60), text.c_str());
+    expectSoundBuffer(text);
+}
+
+TEST(PsString, AssignsFromItselfAndFromNull) {
+    psString text("a text that is longer than one buffer");
+    text.assign(text.c_str() + 7);
+    EXPECT_STREQ(text.c_str(), "that is longer than one buffer");
+    text.assign(static_cast<char const*>(nullptr));
+    EXPECT_STREQ(text.c_str(), "");
+    expectSoundBuffer(text);
+}
+
+TEST(PsString, ResizeFillsOnlyBehindAText) {
+    psString text;
+    text.resize(4, 'x');
+    EXPECT_EQ(text.size(), 4);
+    EXPECT_STREQ(text.c_str(), "");
+
+    text = "ab";
+    text.resize(20, 'x');
+    EXPECT_STREQ(text.c_str(), "abxxxxxxxxxxxxxxxxxx");
+    text.resize(1, 'x');
+    EXPECT_STREQ(text.c_str(), "a");
+    expectSoundBuffer(text);
+}
+
+TEST(PsString, ComparesSignedCharactersThenLengths) {
+    EXPECT_EQ(psString("ab").compare("abc"), -1);
+    EXPECT_EQ(psString("abc").compare("a"), 2);
+    EXPECT_EQ(psString("abc").compare(""), 3);
+    EXPECT_EQ(psString("b").compare("abc"), 1);
+    EXPECT_EQ(psString("\xE4").compare("a"), -1);
+}
+
+TEST(PsString, FindsFirstAndLastOccurrence) {
+    psString const text("abcabc");
+    EXPECT_EQ(text.find("bc", 1), 1);
+    EXPECT_EQ(text.find("bc", 2), 4);
+    EXPECT_EQ(text.find("bc", 5), -1);
+    EXPECT_EQ(text.find("", 5), 5);
+    EXPECT_EQ(text.rfind("abc"), 3);
+    EXPECT_EQ(text.rfind("abcabcd"), -1);
+    EXPECT_EQ(text.rfind(""), 6);
+    EXPECT_STREQ(text.substr(4, 9).c_str(), "bc");
+    EXPECT_STREQ(text.substr(2, 0).c_str(), "");
+    EXPECT_STREQ(text.substr(6).c_str(), "");
+    EXPECT_STREQ(text.substr(7).c_str(), "");
+}
+
+TEST(PsString, TrimKeepsATrailingCarriageReturn) {
+    char const* const cases[][2] = {{"  a b\t", "a b"}, {"\ra", "a"},   {"a\r", "a\r"},
+                                    {"a \r", "a \r"},   {" \t\r ", ""}, {"", ""}};
+    for (auto const& [given, wanted] : cases) {
+        SCOPED_TRACE(given);
+        psString text(given);
+        text.trim();
+        EXPECT_STREQ(text.c_str(), wanted);
+    }
+}
+
+TEST(PsString, SplitsPaths) {
+    char const* const cases[][4] = {{"dir.d/file", "dir.d/", "file", "file"},
+                                    {"a.b.c", "", "a.b.c", "a.b"},
+                                    {"x/y\\z.csv", "x/y\\", "z.csv", "z"},
+                                    {"x\\y/z.csv", "x\\y/", "z.csv", "z"},
+                                    {"dir/", "dir/", "", ""}};
+    for (auto const& [path, dir, name, title] : cases) {
+        SCOPED_TRACE(path);
+        EXPECT_STREQ(psString(path).getFileDir().c_str(), dir);
+        EXPECT_STREQ(psString(path).getFileName().c_str(), name);
+        EXPECT_STREQ(psString(path).getFileTitle().c_str(), title);
+    }
+}
+
+TEST(PsString, ReadsNumbersAndFlagsTheOthers) {
+    struct Case {
+        char const* text;
+        long long wanted;
+        bool failed;
+    };
+    Case const cases[] = {{"42 x", 42, false}, {"0x1F", 31, false}, {"0Xff", 255, false},
+                          {"-0x10", 0, false}, {"-7", -7, false},   {"", 99, false},
+                          {"x1", 99, true}};
+    for (Case const& row : cases) {
+        SCOPED_TRACE(row.text);
+        psString text(row.text);
+        int narrow = 99;
+        narrow << text;
+        EXPECT_EQ(text.errorConvertion(), row.failed);
+        EXPECT_EQ(narrow, row.wanted);
+        long long wide = 99;
+        wide << text;
+        EXPECT_EQ(wide, row.wanted);
+    }
+
+    psString number("-2.5e3");
+    psString word("abc");
+    float single = 1.5F;
+    single << word;
+    EXPECT_EQ(single, 1.5F);
+    EXPECT_TRUE(word.errorConvertion());
+    single << number;
+    EXPECT_EQ(single, -2500.0F);
+}
+
+TEST(PsString, ReadsTruth) {
+    auto const read = [](char const* given) {
+        psString text(given);
+        bool value = true;
+        value << text;
+        return (value ? "true" : "false") + std::string(text.errorConvertion() ? " failed" : "");
+    };
+    for (char const* text : {" Yes", "TRUE", "1"}) {
+        EXPECT_EQ(read(text), "true") << text;
+    }
+    for (char const* text : {"no", "F\t", "0"}) {
+        EXPECT_EQ(read(text), "false") << text;
+    }
+    for (char const* text : {"", " ", "10", "maybe"}) {
+        EXPECT_EQ(read(text), "false failed") << text;
+    }
+}
+
+TEST(PsString, WritesValues) {
+    psString text;
+    text << -5 << ' ' << 1234567890123LL << ' ' << ULLONG_MAX << ' ' << 4000000000U << ' ' << 1234.5
+         << ' ' << 0.125F << ' ' << true << false << ' ' << static_cast<char const*>(nullptr)
+         << static_cast<void const*>(nullptr) << ' ' << reinterpret_cast<void const*>(0xAB12);
+    EXPECT_STREQ(text.c_str(), "-5 1234567890123 -1 4000000000 1.23e+03 0.125 yesno NULL AB12");
+}
+
+TEST(PsString, ConvertsNamesByAbbreviation) {
+    int const values[] = {1, 2, 6, 0};
+    psString const names[] = {"mthAuto", "mthManual", "mthBoth", "mthNever"};
+    EXPECT_STREQ(psString::enumString(2, values, names, 4).c_str(), "mthManual");
+    EXPECT_STREQ(psString::enumString(7, values, names, 4).c_str(), "7");
+    EXPECT_STREQ(psString::flagString(3, values, names, 4).c_str(), "mthAuto|mthManual|mthBoth");
+    EXPECT_STREQ(psString::flagString(4, values, names, 4).c_str(), "mthBoth");
+    EXPECT_STREQ(psString::flagString(0, values, names, 4).c_str(), "0");
+
+    EXPECT_EQ(psString::enumValue("MAN", values, names, 4, 3), 2);
+    EXPECT_EQ(psString::enumValue("mthB", values, names, 4, 3), 6);
+    EXPECT_EQ(psString::enumValue("", values, names, 4, 3), 1);
+    EXPECT_EQ(psString::enumValue("mthAutomatic", values, names, 4, 3), 0);
+    EXPECT_EQ(psString::flagValue("man, zzz|a; ", values, names, 4, 3), 3);
+    EXPECT_EQ(psString::flagValue(" ;", values, names, 4, 3), 0);
+    EXPECT_TRUE(fitString("", "name", 9));
+    EXPECT_FALSE(fitString("e", "name", 9));
+}
+
+} // namespace

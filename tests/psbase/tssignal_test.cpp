@@ -1,0 +1,66 @@
+// tssignal_test.cpp - the landing after a signal, in child processes.
+#include "psbase/tssignal.h"
+
+#include "psbase/psexception.h"
+
+#include <csignal>
+#include <cstdio>
+#include <gtest/gtest.h>
+
+namespace {
+
+// What a landing place does with a fault; the message tells the parent.
+template <typename Fault>
+void land(Fault fault) {
+    if (setjmp(tsSignal::m_jmpbuf) == 0) {
+        fault();
+        return;
+    }
+    try {
+        throw psException(tsSignal::getInfo());
+    } catch (psException const& caught) {
+        (void)std::fprintf(stderr, "%s\n", caught.msg());
+    }
+}
+
+TEST(TsSignalDeathTest, LandsWithTheTextOfEachSignal) {
+    struct Case {
+        int signal;
+        char const* message;
+    };
+    Case const cases[] = {
+        {SIGFPE,
+         "^--ZOL. Signal: FP error, such as overflow, division by zero, invalid operation.\n$"},
+        {SIGILL, "^--ZOL. Signal: Illegal instruction.\n$"},
+        {SIGSEGV, "^--ZOL. Signal: Illegal storage access.\n$"}};
+    for (Case const& row : cases) {
+        EXPECT_EXIT(
+            {
+                tsSignal const installed;
+                land([&row] { std::raise(row.signal); });
+                std::_Exit(tsSignal::code());
+            },
+            testing::ExitedWithCode(row.signal), row.message);
+    }
+    int const before = tsSignal::m_code;
+    tsSignal::m_code = SIGTERM;
+    EXPECT_STREQ(tsSignal::getInfo(), "Unknown exception");
+    tsSignal::m_code = before;
+}
+
+TEST(TsSignalDeathTest, ASecondFaultOfTheSameSignalEndsTheProcess) {
+    // A true fault, as a blocked signal that is merely raised would only wait.
+    auto const illegal = [] { asm volatile("ud2"); };
+    EXPECT_EXIT(
+        {
+            tsSignal const installed;
+            land(illegal);
+            land([] { std::raise(SIGFPE); }); // another signal still lands
+            land(illegal);
+            std::_Exit(0);
+        },
+        testing::KilledBySignal(SIGILL),
+        "^--ZOL. Signal: Illegal instruction.\n--ZOL. Signal: FP error[^\n]*\n$");
+}
+
+} // namespace

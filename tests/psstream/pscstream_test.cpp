@@ -1,0 +1,96 @@
+// pscstream_test.cpp - columns, held lines and the watch for repeats.
+#include "psstream/pscstream.h"
+
+#include "streamfixture.h"
+
+namespace {
+
+class PsCStream : public StreamFixture {
+protected:
+    PsCStream() { table.addStream(path("table").c_str(), false); }
+
+    void line(char const* a, char const* b) { table << a << b << "\n"; }
+    std::string rows() const { return content(path("table")); } // each line is flushed
+
+    psCStream table;
+};
+
+TEST_F(PsCStream, PutsADashIntoEmptyColumns) {
+    table << "x";
+    table.tableOut(3);
+    table.lineOut(0);
+    table << "a"
+          << "" << 7 << "\n";
+    table.setColm(1, "not counted");
+    table << "b";
+    table.lineOut(2);
+    table << "\n";
+    EXPECT_EQ(rows(), "x,-,-\nx\na,-,7\nb,-\n\n");
+}
+
+TEST_F(PsCStream, DropsColumnsBeyondTheLast) {
+    std::string wanted;
+    for (int i = 0; i < 34; ++i) {
+        table << i;
+        wanted.append(i > 0 ? "," : "").append(i < 32 ? std::to_string(i) : "-");
+    }
+    table.setColm(32, "x");
+    table.setColm(-1, "x");
+    psString value("old");
+    EXPECT_FALSE(table.getColm(32, value));
+    EXPECT_FALSE(table.getColm(-1, value));
+    EXPECT_STREQ(value.c_str(), "old");
+    EXPECT_TRUE(table.getColm(31, value));
+    EXPECT_STREQ(value.c_str(), "31");
+    table.lineOut(34);
+    EXPECT_EQ(rows(), wanted + "\n");
+}
+
+TEST_F(PsCStream, HoldsLinesBackInOrder) {
+    table.linePostponeOut(2);
+    table << "held"
+          << "";
+    table.linePostpone();
+    table << "held too";
+    table.linePostpone();
+    line("direct", "1");
+    EXPECT_EQ(rows(), "direct,1\n");
+    table.linePostponeOut(3);
+    table.linePostponeOut(3);
+    EXPECT_EQ(rows(), "direct,1\nheld,-,-\nheld too,-,-\n");
+}
+
+TEST_F(PsCStream, ReportsTheFirstRepeatByItsLines) {
+    EXPECT_FALSE(table.identicalLinesStop());
+    line("same", "0"); // line 1, before the watch
+    table.identicalLinesStart(1);
+    line("other", "1");
+    table << "same"
+          << "2";
+    table.linePostpone();
+    line("same", "3");
+    line("same", "4");
+    table.linePostponeOut(2); // line 5
+    EXPECT_TRUE(table.identicalLinesCheck());
+    EXPECT_TRUE(table.identicalLinesStop());
+    std::string const warning =
+        " Performance table warning:\n Lines 3 & 4 have identical parameters\n";
+    EXPECT_EQ(console(), warning + warning);
+    EXPECT_FALSE(table.identicalLinesStop());
+
+    table.identicalLinesStart(2);
+    line("a", "1");
+    line("a", "2");
+    EXPECT_FALSE(table.identicalLinesStop());
+    table.identicalLinesStart(40);
+    for (int row = 0; row < 2; ++row) {
+        for (int i = 0; i < 32; ++i) {
+            table << (i == 31 ? row : i);
+        }
+        table << "\n";
+    }
+    EXPECT_FALSE(table.identicalLinesStop());
+    EXPECT_EQ(console(), warning + warning);
+}
+
+} // namespace

@@ -1,0 +1,70 @@
+// pstrace_test.cpp - lines, indent and repair of the call trace.
+#include "psstream/pstrace.h"
+
+#include "streamfixture.h"
+
+namespace {
+
+class PsTrace : public StreamFixture {
+protected:
+    // The number of stars in front of the next line, without a change of the stack.
+    std::size_t depth() {
+        std::size_t const before = console().size();
+        trace.traceIn("probe");
+        std::string const line = console().substr(before);
+        trace.traceOut("probe");
+        return line.find(' ');
+    }
+
+    psTrace trace;
+};
+
+TEST_F(PsTrace, PrintsBothLinesOfACallWithItsIndent) {
+    trace.traceIn("outer");
+    trace.traceIn("inner");
+    EXPECT_STREQ(trace.getCurName().c_str(), "inner");
+    trace.traceOut("inner");
+    trace.traceOut("outer");
+    EXPECT_STREQ(trace.getCurName().c_str(), "");
+    EXPECT_EQ(console(), "****** trace into   outer\n"
+                         "******* trace into   inner\n"
+                         "******* trace out of inner\n"
+                         "****** trace out of outer\n");
+    EXPECT_EQ(g_ostrm.getMsgLevel(), MSG_PERF);
+
+    std::string const before = console();
+    g_ostrm.setOutLevel(127 & ~MSG_TRACE);
+    trace.traceIn("unseen");
+    EXPECT_STREQ(trace.getCurName().c_str(), "unseen");
+    EXPECT_EQ(console(), before);
+}
+
+TEST_F(PsTrace, ClosesWhatAJumpLeftOpen) {
+    trace.traceIn("outer");
+    trace.traceIn("middle");
+    trace.traceIn("lost");
+    trace.traceIn("lost too");
+    trace.traceOut("middle");
+    EXPECT_STREQ(trace.getCurName().c_str(), "outer");
+    EXPECT_EQ(depth(), 7U);
+
+    trace.traceOut("unknown"); // empties the indent alone
+    EXPECT_STREQ(trace.getCurName().c_str(), "outer");
+    EXPECT_EQ(depth(), 6U);
+    trace.traceOut("outer");
+    trace.traceOut("outer");
+    EXPECT_EQ(depth(), 6U);
+}
+
+TEST_F(PsTrace, SavesAndRestoresItsState) {
+    trace.traceIn("outer");
+    psTrace::State const saved = trace.saveState();
+    trace.clearState();
+    EXPECT_EQ(depth(), 6U);
+    trace.traceIn("other");
+    trace.restoreState(saved);
+    EXPECT_STREQ(trace.getCurName().c_str(), "outer");
+    EXPECT_EQ(depth(), 7U);
+}
+
+} // namespace
