@@ -27,7 +27,7 @@ extern psOS os;
 extern psHost host;
 
 int psGetNumOfProcessors(); // online, at least 1
-int psGetMaxCacheSizeB();   // largest data cache in bytes: the library's word, else CPUID; 0: unknown
+int psGetMaxCacheSizeB(); // largest data cache in bytes: the library's word, else CPUID; 0: unknown
 
 // Brand, count, speed and cache of the processor in one line. Asks for the frequency (psCpuTicker).
 psString cpuInfo();

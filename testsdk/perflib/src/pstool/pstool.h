@@ -77,11 +77,11 @@ public:
     int m_curLoops = 0;                 // loop count of the last measurement
     double m_accuracy = 0.05;           // wanted, as a fraction
     int m_method = Auto;
-    int m_numLoops = 10;       // method Loop
-    int m_startLoops = 1;      // method Best
-    int m_maxLoops = 2048;     // method Best
-    bool m_useCalls = false;   // the Stat form of call in the Auto method
-    bool m_setAndUse = false;  // key -SU: reset all vectors before each call
+    int m_numLoops = 10;           // method Loop
+    int m_startLoops = 1;          // method Best
+    int m_maxLoops = 2048;         // method Best
+    bool m_useCalls = false;       // the Stat form of call in the Auto method
+    bool m_setAndUse = false;      // key -SU: reset all vectors before each call
     long long m_minClocks = 100;   // method Best
     int m_minCalls = 12;           // method Stat
     long long m_maxClocks = 10000; // method Stat; a lower bound in spite of its name
@@ -101,11 +101,23 @@ public:
     psFuncCall m_funcInit = nullptr;
 
     static int m_priority; // during measuring: 0 leave alone, 1 high, 2 normal, 3 low
-    static psResult (*m_pCheckStatus)(int status); // turns a library status into a result; may be null
+    // Turns a library status into a result; null: every status counts as good.
+    static psResult (*m_pCheckStatus)(int status);
+
+private:
+    // The two branches of a single measurement.
+    psResult callSetAndUse(bool useLoop, int* loops);
+    psResult callGuarded(bool useLoop, int* loops);
+
+    // The stages of bestTiming; a failure code ends the method.
+    psResult priorMeasurement(int loops, int& maxLoops, long long minClocks);
+    psResult iterationMeasurement(int maxLoops);
+    void avoidBadStatus();
+    void runTraced(double* funcClocks); // at m_curLoops
 };
 
-extern psTool g_tool;   // what the user chose
-extern psString info;   // text of writeError
+extern psTool g_tool;      // what the user chose
+extern psString info;      // text of writeError
 extern psFuncOld _funcOld; // the tool form is reached through these two
 extern psTool* _pTool;
 

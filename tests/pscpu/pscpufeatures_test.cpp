@@ -1,0 +1,37 @@
+// pscpufeatures_test.cpp - labels to masks and back.
+#include "pscpu/pscpufeatures.h"
+
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <string>
+
+TEST(PsCpuFeatures, MasksFindTheirFirstRow) {
+    EXPECT_STREQ(psCpuFeatures::cpuLabel(0x3).c_str(), "SSE");
+    EXPECT_STREQ(psCpuFeatures::cpuLabel(0x1df).c_str(), "AVX");
+    EXPECT_STREQ(psCpuFeatures::cpuLabel(0x737eddf).c_str(), "R3+");
+    EXPECT_STREQ(psCpuFeatures::cpuLabel(0x2).c_str(), "Undefined");
+    EXPECT_STREQ(psCpuFeatures::cpuName(0x80000000).c_str(), "MRD (TM) Technology");
+    EXPECT_STREQ(psCpuFeatures::cpuName(0x6cdf).c_str(), "ZOL Q5+ library version");
+    EXPECT_STREQ(psCpuFeatures::cpuName(0x100000001dfULL).c_str(), "Unknown processor");
+}
+
+TEST(PsCpuFeatures, ListsJoinTheLabelsThatFitExactly) {
+    struct {
+        char const* list;
+        unsigned long long mask;
+    } const cases[] = {
+        {"", 0},      {",", 0},        {"SSE2,AES", 0x407},  {"SSE2, AES", 0x7},      {"sse2", 0},
+        {"Q5", 0xdf}, {"Q5+", 0x6cdf}, {",,R3,", 0x73081df}, {"SSE2,no,SHA", 0x80007}};
+    for (auto const& row : cases) {
+        EXPECT_EQ(psCpuFeatures::cpuFeatures(row.list), row.mask) << row.list;
+    }
+}
+
+TEST(PsCpuFeatures, OptimizedListHasALineForEachRow) {
+    std::string const text = psCpuFeatures::optimizedList().c_str();
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 47);
+    EXPECT_EQ(text.find("MMX      : optimized for MMX (TM) Technology\nSSE      : "), 0U);
+    EXPECT_NE(text.find("\nPREFETCHW: optimized for PREFETCHW (TM) Technology\n"),
+              std::string::npos);
+    EXPECT_NE(text.find("\nQ0       : optimized for ZOL Q0 library version\n"), std::string::npos);
+}

@@ -1,0 +1,93 @@
+// pshost_test.cpp - the line of the processor, and where its parts come from.
+#include "pscpu/pshost.h"
+
+#include <cstring>
+#include <gtest/gtest.h>
+#include <string>
+
+#include "pscpu/cpucache.h"
+#include "pscpu/pscputicker.h"
+#include "pscpu/pszolentry.h"
+
+namespace {
+
+// A library that passes recorded registers through.
+unsigned failingLeaf;
+unsigned largestExLeaf;
+char const brand[48] = "  Norvo(R) Hexa(TM) CPU 1234 @ 2.40GHz";
+
+ZolStatus recordedFeatures(Zol64u* mask, Zol32u registers[4]) {
+    unsigned const leaf = registers[0];
+    if (std::memcmp(mask, "mixcadre", 8) != 0 || leaf == failingLeaf) {
+        return -1;
+    }
+    if (leaf == 0x80000000U) {
+        registers[0] = largestExLeaf;
+    } else {
+        std::memcpy(registers, brand + 16 * (leaf - 0x80000002U), 16);
+    }
+    return 0;
+}
+
+ZolStatus cacheStatus;
+int cacheAnswer;
+ZolStatus recordedCache(int* bytes) {
+    *bytes = cacheAnswer;
+    return cacheStatus;
+}
+
+class PsHost : public testing::Test {
+protected:
+    void SetUp() override {
+        failingLeaf = 0;
+        largestExLeaf = 0x80000008U;
+        cacheStatus = 0;
+        cacheAnswer = 3072 * 1024;
+        psCpuTicker::m_freqMHz = 2400;
+        zol_GetCpuFeatures = recordedFeatures;
+        zol_GetMaxCacheSizeB = recordedCache;
+    }
+    void TearDown() override {
+        psCpuTicker::m_freqMHz = 0;
+        zol_GetCpuFeatures = nullptr;
+        zol_GetMaxCacheSizeB = nullptr;
+    }
+};
+
+std::string line(char const* name) {
+    return cpuInfoLine(name, psGetNumOfProcessors(), 2400, cacheAnswer).c_str();
+}
+
+} // namespace
+
+TEST_F(PsHost, TheLineLeavesOutWhatIsNotKnown) {
+    EXPECT_STREQ(cpuInfoLine("X", 8, 2933, 12582912).c_str(),
+                 "X, 8x2.93 GHz, Max cache size 12288 K");
+    EXPECT_STREQ(cpuInfoLine("X", 1, 999, 1023).c_str(), "X, 999 MHz, Max cache size 0 K");
+    EXPECT_STREQ(cpuInfoLine("X", 1, 1000, 0).c_str(), "X, 1 GHz, ");
+}
+
+TEST_F(PsHost, TheBrandComesThroughTheLibrary) {
+    EXPECT_EQ(cpuInfo().c_str(), line(brand));
+    for (unsigned leaf : {0x80000000U, 0x80000004U}) {
+        failingLeaf = leaf;
+        EXPECT_EQ(cpuInfo().c_str(), line("Unknown CPU"));
+    }
+    failingLeaf = 0;
+    largestExLeaf = 4;
+    EXPECT_EQ(cpuInfo().c_str(), line("Unknown CPU"));
+    zol_GetCpuFeatures = nullptr;
+    EXPECT_EQ(cpuInfo().c_str(), line("Unknown CPU"));
+}
+
+TEST_F(PsHost, TheLibrarysCacheSizeGoesFirst) {
+    EXPECT_EQ(psGetMaxCacheSizeB(), 3072 * 1024);
+    int const ownWord = largestCacheBytes(readCpuid, false);
+    cacheStatus = 37;
+    EXPECT_EQ(psGetMaxCacheSizeB(), ownWord);
+    cacheStatus = 0;
+    cacheAnswer = -1;
+    EXPECT_EQ(psGetMaxCacheSizeB(), ownWord);
+    zol_GetMaxCacheSizeB = nullptr;
+    EXPECT_EQ(psGetMaxCacheSizeB(), ownWord);
+}

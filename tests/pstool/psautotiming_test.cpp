@@ -1,0 +1,186 @@
+// psautotiming_test.cpp - the branches of the Auto method, over scripted readings.
+#include "pstool/pstool.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+#include "psmemory/messagecapture.h"
+#include "pstool/scriptedtiming.h"
+
+namespace {
+
+using PsAutoTiming = ScriptedTiming;
+
+struct Case {
+    int start;
+    int max;
+    long long minClocks;
+    std::vector<Reading> given;
+    std::vector<int> loops; // asked for
+    psResult result;
+    double ticks;
+    char const* comment;
+};
+
+} // namespace
+
+TEST_F(PsAutoTiming, EveryBranchAsksForItsLoopCounts) {
+    // clang-format off
+    Case const cases[] = {
+        // The correction by a power of two: quotients 6, 4 and 5; there is only one.
+        {1, 2048, 10000, {{3000}, {24000}, {96000}}, {1, 8, 32}, 1, 3000, "nLps=32"},
+        {1, 2048, 10000, {{5000}, {20000}, {80000}}, {1, 4, 16}, 1, 5000, "nLps=16"},
+        {1, 2048, 10000, {{4000}, {32000}, {128000}}, {1, 8, 32}, 1, 4000, "nLps=32"},
+        {1, 2048, 10000, {{5000}, {400}, {1600}}, {1, 4, 16}, 1, 100, "nLps=16"},
+        {1, 2048, 1LL << 31, {{1}, {5}}, {1, 0}, 2, HUGE_VAL, "nLps=0 acc=100.0%"},
+        // Zero readings: by 10 once, given up the second time, never in the iteration.
+        {1, 2048, 10000, {{0}, {20000}, {80000}}, {1, 1, 4}, 1, 20000, "nLps=4"},
+        {1, 2048, 10000, {{0}, {0}, {500}, {2000}}, {1, 1, 10, 40}, 1, 50, "nLps=40"},
+        {1, 2048, 10000, {{0}, {0}, {0}, {0}}, {1, 1, 10, 10}, 7, 0, ""},
+        {1, 2048, 10000, {{10000}, {0}, {0}}, {1, 4, 4}, 7, 0, ""},
+        // The function's own codes: a failure ends the prior stage alone, 7 is tried again.
+        {1, 2048, 10000, {{10000, 9}}, {1}, 9, 10000, ""},
+        {1, 2048, 10000, {{10000}, {40000, 9}}, {1, 4}, 9, 10000, "nLps=4"},
+        {1, 2048, 10000, {{10000, 7}, {9}}, {1, 10}, 7, 0.9, ""},
+        {1, 2048, 10000, {{10000, 5}, {40000}}, {1, 4}, 5, 10000, "nLps=4"},
+        // The iteration: none, at the maximum, settled by simple measurements, not settled.
+        {4, 4, 10000, {{20000}}, {4}, 2, 5000, "nLps=4 acc=100.0%"},
+        {1, 2, 10000, {{10000}, {20000}}, {1, 2}, 1, 10000, "nLps=2"},
+        {1, 2048, 10000, {{10000}, {41200}, {40000}, {40400}}, {1, 4, 4, 4}, 1, 10000, "nLps=4"},
+        {1, 2048, 10000,
+         {{10000}, {41200}, {60000}, {41200}, {160000}, {160000}, {160000}},
+         {1, 4, 4, 4, 16, 16, 16}, 1, 10000, "nLps=16"},
+        {1, 16, 10000, {{10000}, {80000}, {80000}, {320000}, {160000}, {160000}},
+         {1, 4, 8, 16, 16, 16}, 2, 10000, "nLps=16 acc=50.0%"},
+    };
+    // clang-format on
+    for (Case const& row : cases) {
+        SCOPED_TRACE(testing::PrintToString(row.loops));
+        start(row.given);
+        tool.setMethodBest(row.start, 1, row.minClocks);
+        tool.m_maxLoops = row.max;
+        EXPECT_EQ(tool.timing(scriptedLoop, nullptr, nullptr, nullptr), row.result);
+        EXPECT_EQ(askedLoops, row.loops);
+        EXPECT_EQ(tool.m_funcTicks, row.ticks);
+        EXPECT_STREQ(tool.m_comment.c_str(), row.comment);
+    }
+}
+
+TEST_F(PsAutoTiming, TheWantedAccuracyDecidesTheWarning) {
+    start({{20000}});
+    tool.setLoopFactor(11);
+    EXPECT_EQ(tool.timing(scriptedLoop, nullptr, nullptr, nullptr), psResAccurWrn);
+    EXPECT_STREQ(tool.m_resultText.c_str(), "successfullyactual accuracy = 100.0%");
+    start({{10000}, {80000}, {80000}, {80000}});
+    tool.m_accuracy = 500.0; // still goes for 1%
+    EXPECT_EQ(tool.timing(scriptedLoop, nullptr, nullptr, nullptr), psResOk);
+    EXPECT_EQ(askedLoops, (std::vector<int>{1, 4, 4, 4}));
+}
+
+TEST_F(PsAutoTiming, LoopFactorMovesTheStartAndTheMaximum) {
+    int const cases[][3] = {{-1, 2, 4096}, {1, 0, 1024},   {11, 0, 1},       {12, 0, 0},
+                            {0, 0, 0},     {-32, 1, 2048}, {-21, 1 << 21, 0}};
+    for (auto const& [factor, first, max] : cases) {
+        tool.setLoopFactor(factor);
+        EXPECT_EQ(tool.m_factorStart, first) << factor;
+        EXPECT_EQ(tool.m_factorMax, max) << factor;
+    }
+    start({{20000}, {80000}});
+    tool.setLoopFactor(-1);
+    EXPECT_EQ(tool.timing(scriptedLoop, nullptr, nullptr, nullptr), psResOk);
+    EXPECT_EQ(askedLoops, (std::vector<int>{2, 8}));
+}
+
+TEST_F(PsAutoTiming, CallsAreCountedWhereTheTestCanCountThem) {
+    start({{20000}, {50000}});
+    tool.m_useCalls = true;
+    MessageCapture messages(15);
+    EXPECT_EQ(tool.timing(nullptr, scriptedStat, nullptr, nullptr), psResOk);
+    EXPECT_EQ(askedLoops, (std::vector<int>{1, 4}));
+    EXPECT_EQ(tool.m_funcTicks, 10000.0); // per call made, one more than asked for
+    EXPECT_STREQ(tool.m_comment.c_str(), "nCalls=4");
+    EXPECT_NE(messages.text().find("        numCalls   = 1\n"), std::string::npos);
+    askedLoops.clear();
+    readings[1].clocks = 80000;
+    EXPECT_EQ(tool.timing(scriptedLoop, nullptr, nullptr, nullptr), psResOk);
+    EXPECT_FALSE(tool.m_useCalls);
+}
+
+TEST_F(PsAutoTiming, TheStoryIsToldToTheByte) {
+    start({{3000}, {24000}, {98880}, {97000}, {97600}});
+    MessageCapture messages(7);
+    EXPECT_EQ(tool.timing(scriptedLoop, nullptr, nullptr, nullptr), psResOk);
+    EXPECT_EQ(messages.text(), "");
+    askedLoops.clear();
+    g_ostrm.setOutLevel(15);
+    EXPECT_EQ(tool.timing(scriptedLoop, nullptr, nullptr, nullptr), psResOk);
+    EXPECT_EQ(messages.text(),
+              "    Auto method: start\n        minClocks  = 10000\n"
+              "    Prior Measurement: \n        numLoops   = 1\n        numClocks  = 3000\n"
+              "        funcClocks = 3e+03\n        result     = wrong measure accuracy\n"
+              "    Prior Measurement: \n        numLoops   = 8\n        numClocks  = 24000\n"
+              "        funcClocks = 3e+03\n        result     = successfully\n"
+              "    Iteration Measurement: \n"
+              "        startLoops = 32\n        maxLoops   = 16384\n"
+              "        stopLoops  = 32\n        stopClocks = 98880\n        accuracy   = 3.0%\n"
+              "        funcClocks = 3.09e+03\n        result     = successfully\n"
+              "    Simple Measurements: \n"
+              "        numLoops   = 32\n        numClocks  = 97000\n"
+              "        funcClocks = 3.03e+03\n"
+              "        numLoops   = 32\n        numClocks  = 97600\n"
+              "        funcClocks = 3.05e+03\n"
+              "        accuracy   = 1.1%\n        bestClocks = 3.03e+03\n"
+              "        result     = successfully\n"
+              "    Auto method: stop\n");
+}
+
+TEST_F(PsAutoTiming, AFailureLeavesByTheExitLine) {
+    start({{10000}, {0}, {0}});
+    MessageCapture messages(15);
+    EXPECT_EQ(tool.timing(scriptedLoop, nullptr, nullptr, nullptr), psResAccurFail);
+    std::string const text = messages.text();
+    EXPECT_EQ(text.substr(text.find("        stopLoops")),
+              "        stopLoops  = 4\n        stopClocks = 0\n        accuracy   = 100.0%\n"
+              "        funcClocks = 0\n        result     = accuracy error\n"
+              "    Auto method: exit\n");
+}
+
+// A flag comes up at 8 loops: the count goes back to 4.
+TEST_F(PsAutoTiming, ABadStatusSendsTheCountBack) {
+    struct {
+        std::vector<Reading> again; // five at 4 loops
+        psResult result;
+        char const* comment;
+        char const* told; // behind the attempt
+    } const cases[] = {{{{48400}, {48000}, {48200}, {48000}, {48100}},
+                        psResOk,
+                        "nLps=4",
+                        "-- Attempt is successful\n"},
+                       {{{48000}, {49000, 1, true}, {48000}, {48000}, {48000}},
+                        psResOk,
+                        "nLps=4",
+                        "-- Status    SSX: ?Invalid \n"
+                        "-- Attempt fails: Bad control status repeats.\n"},
+                       {{{96000}, {48000}, {48000}, {48000}, {48000}},
+                        psResAccurWrn,
+                        "nLps=4 acc=71.4%",
+                        "-- Attempt fails: Accuracy is unsatisfactory.\n"}};
+    for (auto const& row : cases) {
+        SCOPED_TRACE(row.told);
+        start({{10000}, {48000}, {80000, psResOk, true}});
+        readings.insert(readings.end(), row.again.begin(), row.again.end());
+        tool.m_initAndCheck = true;
+        MessageCapture messages(MSG_ERR | MSG_WARN);
+        EXPECT_EQ(tool.timing(scriptedLoop, nullptr, nullptr, nullptr), row.result);
+        EXPECT_EQ(askedLoops, (std::vector<int>{1, 4, 8, 4, 4, 4, 4, 4}));
+        EXPECT_EQ(tool.m_funcTicks, 12000.0);
+        EXPECT_STREQ(tool.m_comment.c_str(), row.comment);
+        EXPECT_EQ(messages.text(), std::string("-- Status    SSX: ?Invalid _Inexact \n"
+                                               "-- Attempting to avoid bad control status\n") +
+                                       row.told);
+    }
+    start({{10000, 1, true}, {40000, 1, true}}); // nobody looks unless the test asked for it
+    EXPECT_EQ(tool.timing(scriptedLoop, nullptr, nullptr, nullptr), psResOk);
+}
