@@ -9,11 +9,13 @@
 // A test's own way to change the size parameter: parameter, size, limit, by steps.
 using psSetNewValue = bool (*)(psParameter* parm, int size, int limit, bool bySteps);
 
+// Stands in a test's parameter list in the place of the size parameter.
 class psCacheIterator : public psIterator<int> {
 public:
-    psCacheIterator(psParameter& parm, psObject* object, psSetNewValue setNewValue);
+    psCacheIterator(psParameter& parm, psObject* object, psSetNewValue adjuster);
 
-    // All forwarded: to user and tables this is the size parameter.
+    // All forwarded: to user and tables this is the size parameter. Only the table of names knows
+    // the iterator by its own name.
     psString valueString() const override;
     psString defaultString() const override;
     psString validString() const override;
@@ -21,7 +23,6 @@ public:
     psString prompt() const override;
     psOStream& toOStream(psOStream& out) const override;
     psCStream& toCStream(psCStream& out) const override;
-    psCStream& nameToCStream(psCStream& out) const override;
     psIStream& fromIStream(psIStream& in) override;
     bool nextValue() override; // the other placement, the size parameter at its first value
 
@@ -46,16 +47,17 @@ private:
     bool setNewValue();
     bool lowerRatio(); // widens the band; false when it is as wide as can be
 
-    psObject* m_pObject; // its size decides; may be null; not owned
-    int m_tryCount = 0;
-    int m_objectSize = 0;
-    int m_totalSize = 0;
+    psObject* m_pObject;  // its size decides; may be null; not owned
+    int m_tryCount = 0;   // adjustments for the present placement
+    int m_objectSize = 0; // bytes, as last seen
+    int m_totalSize = 0;  // bytes of all blocks, as last seen
     bool m_wasTooBig = false;
-    double m_lowRatio = 0.1; // share of the cache below which data in cache are too small
-    psString m_comment;
+    double m_lowRatio;  // share of the cache below which data in cache are too small
+    psString m_comment; // text of the failed tries
     psSetNewValue m_setNewValue;
 };
 
+// For a parameter that holds an integer.
 class psCacheIteratorInt : public psCacheIterator {
 public:
     using psCacheIterator::psCacheIterator;
@@ -63,12 +65,7 @@ public:
     static bool updateValue(int& value, int size, int limit, bool bySteps);
 };
 
-// Two integers, as width and height.
-struct ZoliSize {
-    int width = 0;
-    int height = 0;
-};
-
+// For a parameter that holds a ZoliSize.
 class psCacheIteratorSize : public psCacheIterator {
 public:
     using psCacheIterator::psCacheIterator;

@@ -4,7 +4,13 @@
 
 #include "psparameter/psparameter.h"
 
-// All of a single value but its conversion from and to text. For int and bool.
+// A size in two dimensions, as a test's parameter may hold it.
+struct ZoliSize {
+    int width = 0;
+    int height = 0;
+};
+
+// All of a single value but its conversion from and to text. For int, bool and ZoliSize.
 template <typename T>
 class psDefault_NSC : public psParameter {
 public:
@@ -35,6 +41,11 @@ private:
     psList<T> m_deprecatedValues;
     psStringList m_deprecatedTexts; // parallel to the values
 };
+
+// A number as text, and back. A text that begins with no number, or is empty or blank, sets its
+// flag.
+psString psNumberToString(int value);
+int psStringToNumber(psString& text);
 
 // Numbers, decimal or with a leading 0x. For int.
 template <typename T>
@@ -76,6 +87,7 @@ public:
 
 extern template class psDefault_NSC<int>;
 extern template class psDefault_NSC<bool>;
+extern template class psDefault_NSC<ZoliSize>;
 extern template class psDefault<int>;
 extern template class psMapDefault<int>;
 extern template class psMapDefault<bool>;

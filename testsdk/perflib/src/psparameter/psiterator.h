@@ -16,7 +16,8 @@ public:
     void reset() override;
     psString defaultString() const override;
     bool nextValue() override;
-    void translate(psString text) override; // a bad word leaves the old list whole
+    // A bad word leaves the old list whole. An iteration begun before has to start anew.
+    void translate(psString text) override;
 
     virtual void add(T value); // at the end; the iteration stays where it is
 
@@ -56,6 +57,8 @@ public:
     bool translateStep(psString text); // false if the text is no loop; throws on a bad one
 
 private:
+    int convert(psString& word, char const* complaint) const; // throws the complaint and the word
+
     int m_first = 0;
     int m_last = 0;
     int m_step = 0;

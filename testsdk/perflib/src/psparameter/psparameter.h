@@ -42,14 +42,17 @@ public:
     virtual void translate(psString text); // takes the text as the value; throws psException
 
     bool m_toRead = true; // fromIStream really reads
-    int m_flags = 0;
+    int m_flags = 0;      // Flags
 
 protected:
     psString m_name;
     psString m_title;
-    bool m_iterating = false;
+    bool m_iterating = false; // the iteration stands on a value
     bool m_deprecatedNow = false;
-    psString m_deprecatedText;
+    psString m_deprecatedText; // what tables show instead of a deprecated value
+
+private:
+    void putColumn(psCStream& out, psString const& text) const;
 };
 
 #endif

@@ -20,11 +20,11 @@ public:
 };
 
 // The twelve conditions: which name, and how the pattern has to stand in it.
-#define PS_RUN_CONDITION(Class)                          \
-    class Class : public RunCondition {                  \
-    public:                                              \
-        explicit Class(psString pattern);                \
-        bool tobeRun(psTest const* test) const override; \
+#define PS_RUN_CONDITION(Class)                                                                    \
+    class Class : public RunCondition {                                                            \
+    public:                                                                                        \
+        explicit Class(psString pattern);                                                          \
+        bool tobeRun(psTest const* test) const override;                                           \
     }
 PS_RUN_CONDITION(RunCondition_f);
 PS_RUN_CONDITION(RunCondition_fAnd);

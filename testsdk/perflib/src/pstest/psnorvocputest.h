@@ -11,11 +11,15 @@ public:
     void printInformation() override;
 
     // The pieces of the report, from given register values.
+    static psString heading(psString const& vendor); // warns of another maker's processor
     static psString signature(CPUID const& leaf1);
+    // Without leaf 4 the number of cores is left out.
     static psString multiThreading(CPUID const& leaf1, bool leaf1Valid, CPUID const& leaf4,
                                    bool leaf4Valid);
+    // One cache; empty when the record is of type 0, which ends the caches.
     static psString cacheParms(int subleaf, CPUID const& leaf4);
     static psString extendedL2(CPUID const& leaf);
+    static psString registerText(CPUID const& leaf, int const* order, int count);
     static psString maskFlags(unsigned long long features, unsigned long long enabled);
 };
 

@@ -45,7 +45,7 @@ public:
     psString m_word;
     psString m_function;
     psString m_stopTime;
-    psString m_note;
+    psString m_note;    // of a test that did not run
     psString m_summary; // continues the row that the title began
 };
 psOStream& operator<<(psOStream& out, psReportTestResult const& report);
@@ -55,6 +55,7 @@ psUStream& operator<<(psUStream& out, psReportTestResult const& report);
 class psReportEnd : public psStringList {
 public:
     explicit psReportEnd(psTestList const& tests);
+    static psString timeValue(psString const& time); // a word in place of an unusable text
 };
 psOStream& operator<<(psOStream& out, psReportEnd const& report);
 psUStream& operator<<(psUStream& out, psReportEnd const& report);

@@ -18,8 +18,8 @@ public:
     static bool setOffsetLine(psString& line, int column);
     static void setItemLeft(psString& line, psString const& item, int column);
     static void setItem(psString& line, psString const& item, int column);
-    psString getLine(psString a, psString b = "", psString c = "", psString d = "",
-                     psString e = "", psString f = "") const;
+    psString getLine(psString a, psString b = "", psString c = "", psString d = "", psString e = "",
+                     psString f = "") const;
     static psString getTimeStr(int seconds); // hours, minutes, seconds
 
     int frame;  // the frame is open

@@ -5,6 +5,7 @@
 
 #include "psmemory/psobject.h"
 #include "psparameter/pscacheiterator.h"
+#include "psstream/pstrace.h"
 #include "pstool/pstool.h"
 #include <ctime>
 
@@ -40,7 +41,7 @@ public:
     virtual bool initData() { return true; }
     virtual void flushData() {}
     virtual psResult runTiming();
-    virtual double getFlops() { return -1.0; } // floating-point operations per call; -1: none
+    virtual double getFlops() { return -1.0; }  // floating-point operations per call; -1: none
     virtual double getDivisor() { return 1.0; } // elements of one call
     virtual psString getUnit() { return " "; }  // what the clocks are per
     virtual void funcToCstrm();
@@ -127,7 +128,23 @@ public:
     static int m_vectorShift;        // shift that the next vector gets
 
 protected:
+    // Adds the parameter, or, when it is not null, the iterator that wraps it and is owned from now
+    // on.
     void regParm(psParameter& parm, psCacheIterator* wrapped);
+
+private:
+    // Runs the body with a landing place for signals, which become a psException.
+    bool callGuarded(bool (psTest::*body)());
+    [[gnu::noinline]] bool runBody(); // false: not to be run
+    [[gnu::noinline]] bool startAndStopBody();
+    void outputTitle();
+    void startAndMeasure();
+    bool retryCacheSize();
+    void measureData();
+    void putTableLine(psResult result);
+    char const* usedCallable() const;
+
+    psTrace::State m_traceState; // open calls at the start of loopData; here, as a jump may end it
 };
 
 extern psList<psParameter*>* g_pParmList; // common parameters; null until one is registered

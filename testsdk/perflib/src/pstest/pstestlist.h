@@ -8,9 +8,9 @@ class psTestList : public psList<psTest*> {
 public:
     psTestList();
 
-    void plus(psResult result); // result has to be a valid code
-    void sortFunc();            // stable, by compareFunc
-    void startWithCpuTest();    // names that begin with "_" to the front
+    void plus(psResult result);              // result has to be a valid code
+    void sortFunc();                         // stable, by compareFunc
+    void startWithCpuTest();                 // names that begin with "_" to the front
     bool runTests(psConditions& conditions); // true if some test failed
 
     // Keeps the parameters that selected tests use; finds them by starting each test.

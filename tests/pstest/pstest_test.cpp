@@ -1,0 +1,89 @@
+// pstest_test.cpp - the test object: its names, its vectors, its choice of a timing function.
+#include "pstest/pstest.h"
+
+#include "psmemory/psmemory.h"
+#include "runfixture.h"
+
+TEST(PsTestInfo, CutAtTheFirstTwoSlashes) {
+    char const* const cases[][4] = {{"a", "a", "", ""},       {"a/b", "a", "b", ""},
+                                    {"a/b/c", "a", "b", "c"}, {"a/b/c/d", "a", "b", "c/d"},
+                                    {"a//c", "a", "", "c"},   {"", "", "", ""}};
+    for (auto const& [text, name, note, macro] : cases) {
+        SCOPED_TRACE(text);
+        psTestInfo const cut(text);
+        EXPECT_STREQ(cut.m_name.c_str(), name);
+        EXPECT_STREQ(cut.m_note.c_str(), note);
+        EXPECT_STREQ(cut.m_macro.c_str(), macro);
+    }
+}
+
+class PsTest : public RunFixture {};
+
+TEST_F(PsTest, VectorsAreShiftedAndOnlyTheFirstMisaligned) {
+    psSetVectorAlign(4);
+    psTest::m_vectorNum = 0;
+    psTest::m_vectorShift = 0;
+    auto const offset = [](void* vector) { return reinterpret_cast<unsigned long>(vector) % 64; };
+    void* const first = psTest::allocate(100, -2);
+    void* const second = psTest::allocate(100, -2);
+    void* const fixed = psTest::allocate(100, 16);
+    EXPECT_EQ(offset(first), 8U);
+    EXPECT_EQ(offset(second), 0U);
+    EXPECT_EQ(offset(fixed), 16U);
+    EXPECT_EQ(psTest::m_vectorNum, 3);
+    EXPECT_EQ(psTest::m_vectorShift, 3 * 512);
+    void* owner = nullptr;
+    EXPECT_TRUE(psMallocInfo(second, nullptr, &owner));
+    EXPECT_EQ(owner, MEM_OBJECT_IS_BUFFER);
+
+    psSetAlignSrc(false);
+    psTest::m_vectorShift = 32768 - 100;
+    void* const last = psTest::allocate(100, -1);
+    EXPECT_EQ(psTest::m_vectorShift, 0);
+    for (void* vector : {first, second, fixed, last}) {
+        psTest::deallocate(vector);
+    }
+    psSetAlignSrc(true);
+    psSetVectorAlign(0);
+}
+
+TEST_F(PsTest, RegistrationNamesTheCallableThatWillBeUsed) {
+    psFuncLoop const loop = ScriptedTest::loop;
+    psFuncStat const stat = [](int*, long long*) { return psResult{psResOk}; };
+    psFuncCall const call = [] { return 0; };
+    auto const expect = [](psTest& test, int method, bool flag, std::string const& text) {
+        test.m_tool.m_method = method;
+        (method == psTool::Loop ? test.m_tool.m_setAndUse : test.m_tool.m_useCalls) = flag;
+        EXPECT_EQ(test.regInfo().c_str(), "   Test has been registered" + text);
+    };
+    std::string const is = " is called for measuring.";
+    psTest both(loop, stat, "zT", "zt.cpp", "t/n/PS_MACRO");
+    std::string const withBoth = " by PS_MACRO macro with loopMethod, statMethod.\n   ";
+    expect(both, psTool::Auto, false, withBoth + "loopMethod" + is);
+    expect(both, psTool::Stat, false, withBoth + "statMethod" + is);
+    expect(both, psTool::Best, true, withBoth + "statMethod" + is);
+    expect(both, psTool::Loop, true, withBoth + "loopMethod" + is);
+    psTest statOnly(nullptr, stat, "zT", "zt.cpp", "t");
+    expect(statOnly, psTool::Auto, false, " with statMethod.\n   statMethod" + is);
+    psTest callOnly(call, call, nullptr, nullptr, "zT", "zt.cpp", "t");
+    expect(callOnly, psTool::Stat, false, " with funcCall, funcInit.\n   funcCall" + is);
+    psTest loopCall(call, nullptr, loop, nullptr, "zT", "zt.cpp", "t");
+    expect(loopCall, psTool::Stat, false, " with loopMethod, funcCall.\n   loopMethod" + is);
+    expect(loopCall, psTool::Loop, true,
+           " with loopMethod, funcCall.\n   funcCall with Set&Use" + is);
+    psTest toolForm([](psTool&, int) { return psResult{psResOk}; }, "zT", "zt.cpp", "t");
+    expect(toolForm, psTool::Auto, false, " with oldMethod.\n   oldMethod" + is);
+    psTest none(static_cast<psFuncOld>(nullptr), "zT", "zt.cpp", "t");
+    expect(none, psTool::Auto, false,
+           " without any function to call.\n No standard timing method is available");
+    EXPECT_EQ(none.run(), psResFail) << "nothing to measure is an internal problem";
+}
+
+TEST_F(PsTest, MacroWordTurnsInitAndCheckOn) {
+    ScriptedTest checked("zT", "t/n/PS_IbsTest");
+    checked.run();
+    EXPECT_TRUE(checked.m_tool.m_initAndCheck);
+    ScriptedTest other("zT", "t/Ibs/PS_Test");
+    other.run();
+    EXPECT_FALSE(other.m_tool.m_initAndCheck);
+}
