@@ -4,7 +4,9 @@
 
 #include "zolcore.h"
 
-void zoSetZolEnvironment();                          // all entry points to the library's functions
-ZolLibraryVersion const* zoGetZolVersion_zolvm();    // version of the measured library
+// Points the framework's entries to the library's functions. What the library lacks is left as it
+// is, and keeps the framework's replacement.
+void zoSetZolEnvironment();
+ZolLibraryVersion const* zoGetZolVersion_zolvm(); // version of the measured library, never null
 
 #endif

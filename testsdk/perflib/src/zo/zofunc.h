@@ -11,7 +11,7 @@ enum : zoType {
     zoSigned = 0x100,
     zoFloating = 0x200,
     zoComplex = 0x400,
-    zo1u = 0x008,
+    zo1u = 0x008, // counts as a byte
     zo8u = 0x008,
     zo8s = 0x108,
     zo8sc = 0x508,
@@ -58,25 +58,54 @@ public:
     static psString firstType(psString const& text);
     static zoType stringToType(psString text); // 0 for an unknown text
     static psString typeToString(zoType type); // "undef" for an unknown code
-    zoType typeFromBase() const;
-    zoType type(zoArg arg) const; // of an argument
+    zoType typeFromBase() const;               // of a name that carries its type in the base
 
-    // Questions about image and signal functions.
-    psString channelsName() const; // first channel token of the descriptor
-    int channels() const;          // 0 above 4
-    bool alpha() const;
-    bool plane() const;
+    // Types of the arguments, by zoArg or its number.
+    void getTypes(zoType& src, zoType& src2, zoType& dst, zoType& dst2) const;
+    zoType type(int arg) const;
+    zoType type(zoArg arg) const { return type(static_cast<int>(arg)); }
+    zoType srcType() const { return type(zoSrc); }
+    zoType src2Type() const { return type(zoSrc2); }
+    zoType dstType() const { return type(zoDst); }
+    zoType dst2Type() const { return type(zoDst2); }
+
+    // Questions about image and signal functions. A side is 0 for the sources, 1 for the
+    // destinations; a descriptor with a single channel token tells of both.
+    psString channelsName(int side = 0) const; // the channel token, empty if there is none
+    psString channelsName(zoArg arg) const { return channelsName(side(arg)); }
+    psString srcChannelsName() const { return channelsName(0); }
+    psString dstChannelsName() const { return channelsName(1); }
+    void getChannelsName(psString& src, psString& dst) const;
+    int channels(int side = 0) const; // 0 without a channel token
+    int channels(zoArg arg) const { return channels(side(arg)); }
+    int srcChannels() const { return channels(0); }
+    int dstChannels() const { return channels(1); }
+    void getChannels(int& src, int& dst) const;
+    bool alpha(int side = 0) const;
+    bool alpha(zoArg arg) const { return alpha(side(arg)); }
+    bool srcAlpha() const { return alpha(0); }
+    bool dstAlpha() const { return alpha(1); }
+    void getAlpha(bool& src, bool& dst) const;
+    bool plane(int side = 0) const;
+    bool plane(zoArg arg) const { return plane(side(arg)); }
+    bool srcPlane() const { return plane(0); }
+    bool dstPlane() const { return plane(1); }
+    void getPlanes(bool& src, bool& dst) const;
     bool scale() const;
     bool mask() const;
     bool roi() const;
     bool inplace() const;
-    bool coi() const;
+    bool coi() const; // a channel of interest
 
 protected:
-    // Rules of names whose arguments differ in type, channels or planes.
+    // Rules of names whose arguments differ in type, channels or planes. Each gets what the type
+    // list and the descriptor say, and changes what the name's base says otherwise.
     virtual void updateTypes(zoType types[4]) const;
     virtual void updateChannels(int channelCounts[2]) const;
     virtual void updatePlanes(bool planes[2]) const;
+
+private:
+    static int side(zoArg arg) { return arg < zoDst ? 0 : 1; }
 };
 
 #endif

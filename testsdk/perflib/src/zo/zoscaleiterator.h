@@ -7,8 +7,10 @@
 
 class zoScaleIterator : public psIterator<int> {
 public:
+    static constexpr int maxValues = 6;
+
     void init(psString name = "ScaleFactor");
-    // One to six values.
+    // Listed values; those beyond maxValues are left out.
     void init(int count, int const* values, psString name = "ScaleFactor");
     int colmIndex() const override; // the last leading column of the table
 
