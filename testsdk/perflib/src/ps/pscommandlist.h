@@ -29,7 +29,7 @@ public:
     void insertArgs(char const* text, iterator where); // split at blanks and ";", quotes count
     void setArgs(psStringList const& words);
     void setArgs(char const* text);
-    void setArgs(int count, char** words); // as they stand
+    void setArgs(int count, char** words);              // as they stand
     bool insertFromFile(psString name, iterator where); // false, told, if it can't be opened
 };
 

@@ -16,7 +16,7 @@ int psRegParm(psParameter& parm);
 int psRegParmFunc(void (*function)()); // the last call wins
 int psRegCmdLine(psString text);       // appended to the built-in command line
 int psRegHotFunction(psString name);
-int psRegQKeys(); // the name table keys are there anyway
+int psRegQKeys();                                      // the name table keys are there anyway
 int psRegTimingMethod(void (*function)(psTool& tool)); // presets the method; the last call wins
 int psRegZolVersion(psVersionFunction function);
 int psRegZolEnvironment(void (*function)()); // fills the entry points; the last call wins

@@ -20,7 +20,8 @@ struct psOption {
 
 class psSession {
 public:
-    enum AskMode { askTiming = 1, askParams = 2, askMisalign = 4, askEachTest = 8 };
+    enum AskMode { askTiming = 1, askParams = 2, askMisalign = 4, askEachTest = 8, askAll = 15 };
+    static constexpr int noEnumeration = 100; // of m_enumMode
 
     psSession();
     psSession(psSession const&) = delete;
@@ -52,7 +53,7 @@ public:
     psOption* getOption(char key); // null if there is none
     void applyOption(char key, psString arg);
     static bool isExit(int level) { return m_exitLevel >= level; }
-    static psString getExitInfo(); // why a key has no effect
+    static psString getExitInfo();              // why a key has no effect
     void addCondition(RunCondition* condition); // takes it over
     void logicCondition(int logic);
     void addAskMode(int mode);
@@ -70,6 +71,7 @@ public:
     static psString genPathName(psString dir, psString name, psString ext);
     static psString genOutPath(psString name, psString ext);
     static psString genInPath(psString name, psString ext);
+    static psString genSglPath(psString name);
     static psString genDirName(psString dir);
     static void setDefName(psString name);
     static void setOutDir(psString dir);
@@ -95,7 +97,7 @@ public:
     bool m_batchMode = false;
     OutputLevel m_levelMode = 1; // reaches g_ostrm when the common data are read
     bool m_noSort = false;
-    int m_enumMode = 100; // 100: no enumeration
+    int m_enumMode = noEnumeration; // else -1, 0 or 1, the form of the list
     bool m_unopened = false;
     psString m_iniName;
     bool m_iniWrite = false;
@@ -110,15 +112,24 @@ public:
     static int& m_nameMode;
     static bool& m_nameExit;
     static int m_exitLevel;
+
+private:
+    // Parts of parseCommandLine and run.
+    void collectKeys(int argc, char** argv);
+    void settleNames();
+    void expandResponseFiles();
+    void sortTests();
+    int runTests();
 };
 
 // What the keys set for the session's later steps.
 struct psSessionKeys {
-    unsigned long long cpuFeature = 0; // -T; 0: none
-    int numThreads = 0;                // -N; not above 0: none
-    bool version = false;              // -v
-    char hintArg = 0;                  // 0 no help, 1 short help, else the letter
-    bool hintHide = true;              // leave hidden keys out
+    static constexpr char shortHelp = 1; // of hintArg
+    unsigned long long cpuFeature = 0;   // -T; 0: none
+    int numThreads = 0;                  // -N; not above 0: none
+    bool version = false;                // -v
+    char hintArg = 0;                    // 0 no help, shortHelp, else the letter behind the key
+    bool hintHide = true;                // leave hidden keys out
 };
 extern psSessionKeys g_sessionKeys;
 
@@ -131,6 +142,7 @@ void readAccuracy(int method);
 
 // Calls the environment function and fills what it leaves empty.
 void setZolEnvironment();
+void startZolLibrary(); // with what -T and -N ask for; nothing without an environment function
 void setZolLibInfo();
 
 #endif

@@ -1,0 +1,170 @@
+#include "psmemory/psmemory.h"
+#include "psstream/psistream.h"
+#include "sessionfixture.h"
+
+class PsDialogue : public SessionTest {
+protected:
+    // The common data as a session with these keys reads them, and what the console shows.
+    std::string read(std::vector<std::string> words) {
+        parse(std::move(words));
+        EXPECT_TRUE(accepted);
+        return shown([&] {
+            session->beginCommonData();
+            session->readCommonData();
+            session->endCommonData();
+        });
+    }
+
+    // All that the common data settle.
+    static std::string settings() {
+        psString text;
+        text << g_tool.m_method << " " << g_tool.m_numLoops << " " << g_tool.m_minCalls << " "
+             << g_tool.m_maxClocks << " " << g_tool.m_startLoops << " " << g_tool.m_maxLoops << " "
+             << g_tool.m_minClocks << " " << g_tool.m_accuracy << " " << psGetAlignByByte() << " "
+             << psGetVectorAlign() << " " << psGetAlignSrc() << " " << psGetVectorShift();
+        return text.c_str();
+    }
+
+    static std::string frame(char const* title) { return psSession::getEnterTitle(title).c_str(); }
+};
+
+TEST_F(PsDialogue, EnterTitle) {
+    std::string const star = " *";
+    std::string const edge = star + std::string(77, '*') + "\n";
+    struct {
+        std::string title;
+        std::string line;
+    } const cases[] = {
+        {"", star + std::string(76, ' ') + "*\n"},
+        {"abc", star + std::string(36, ' ') + "abc" + std::string(37, ' ') + "*\n"},
+        {"abcd", star + std::string(36, ' ') + "abcd" + std::string(36, ' ') + "*\n"},
+        {std::string(76, 'x'), star + std::string(76, 'x') + "*\n"},
+        {std::string(90, 'x'), star + std::string(90, 'x') + "*\n"},
+    };
+    for (auto const& [title, line] : cases) {
+        EXPECT_EQ(frame(title.c_str()), edge + line + edge) << title;
+    }
+}
+
+TEST_F(PsDialogue, BatchModeTakesDefaults) {
+    EXPECT_EQ(read({"-B"}), " Method = Auto\n"
+                            " Accuracy = 5\n"
+                            " AlignVectorsBy = element\n"
+                            " VectorAlign = 0\n");
+    EXPECT_EQ(settings(), "0 10 12 10000 1 2048 100 0.05 no 0 yes 512");
+    EXPECT_TRUE(g_istrm.batchMode());
+}
+
+TEST_F(PsDialogue, FramesAndPromptsOfEachAskLevel) {
+    std::string const method = frame("Specify timing method, please") +
+                               "\n Method {Auto|Manual|Statistic|Iterative} [Auto] = ";
+    std::string const end = frame("End of common specifications");
+    // Nothing is typed: the console is at its end.
+    EXPECT_EQ(read({"-AT"}), method +
+                                 " Method = Auto\n"
+                                 "\n Accuracy, % [5] =  Accuracy = 5\n"
+                                 " AlignVectorsBy = element\n"
+                                 " VectorAlign = 0\n" +
+                                 end);
+    EXPECT_EQ(read({"-AMisalign"}),
+              " Method = Auto\n"
+              " Accuracy = 5\n" +
+                  frame("Specify vectors alignment, please") +
+                  "\n AlignVectorsBy {byte|element} [element] =  AlignVectorsBy = element\n"
+                  "\n VectorAlign by Element, 0..63 [0] =  VectorAlign = 0\n" +
+                  end);
+    // Bit 2 with nothing to ask counts as not asked.
+    EXPECT_EQ(read({"-AP"}).find('*'), std::string::npos);
+    psDefault<int> parameter(7, "Common");
+    psRegParm(parameter);
+    EXPECT_NE(read({"-AP"}).find(frame("Specify common test parameters, please") +
+                                 "\n Common [7] =  Common = 7\n"),
+              std::string::npos);
+    EXPECT_FALSE(parameter.m_toRead);
+    EXPECT_TRUE(g_istrm.batchMode());
+    read({"-AAll"});
+    EXPECT_FALSE(g_istrm.batchMode()); // each test may ask
+}
+
+TEST_F(PsDialogue, BadAnswersKeepTheValue) {
+    answers("Mx\nabc\n");
+    std::string const text = read({"-AT"});
+    EXPECT_NE(text.find("] = -Invalid value of Method = Mx\n Method = Auto\n"), std::string::npos);
+    EXPECT_NE(text.find("] = -Invalid value of Accuracy = abc\n Accuracy = 5\n"),
+              std::string::npos);
+    EXPECT_EQ(settings(), "0 10 12 10000 1 2048 100 0.05 no 0 yes 512");
+}
+
+TEST_F(PsDialogue, MethodsAndAccuracy) {
+    struct {
+        std::vector<std::string> words;
+        std::string wanted;
+    } const cases[] = {
+        {{"-dMethod=man", "-dNumLoops=100"}, "1 100 12 10000 1 2048 100 0.05 no 0 yes 512"},
+        {{"-dMethod=st", "-dNumCalls=20"}, "2 10 20 10000 1 2048 100 0.05 no 0 yes 512"},
+        {{"-dMethod=S"}, "2 10 3 10000 1 2048 100 0.05 no 0 yes 512"},
+        {{"-dMethod=i", "-dStopNumLoops=64", "-dAccuracy=1"},
+         "3 10 12 10000 1 64 10000 0.01 no 0 yes 512"},
+        {{"-dAccuracy=50"}, "0 10 12 10000 1 2048 100 0.5 no 0 yes 512"},
+        {{"-dAccuracy=51"}, "0 10 12 10000 1 2048 100 500 no 0 yes 512"},
+        {{"-dVectorAlign=70", "-dAlignVectorsBy=byte", "-dMisalignFirstVectorOnly=n"},
+         "0 10 12 10000 1 2048 100 0.05 yes 6 no 512"},
+        {{"-dVectorAlign=64", "-dMisalignFirstVectorOnly=n", "-dMutualVectorShift=64"},
+         "0 10 12 10000 1 2048 100 0.05 no 0 yes 512"},
+    };
+    for (auto const& test : cases) {
+        SCOPED_TRACE(testing::PrintToString(test.words));
+        resetGlobals();
+        std::vector<std::string> words = test.words;
+        words.emplace_back("-B");
+        read(words);
+        EXPECT_EQ(settings(), test.wanted);
+    }
+}
+
+TEST_F(PsDialogue, PresetMethodGivesDefaults) {
+    psRegTimingMethod([](psTool& tool) { tool.setMethodStat(9, 777); });
+    read({"-B"});
+    EXPECT_EQ(settings(), "2 10 9 777 1 2048 100 0.05 no 0 yes 512");
+    resetGlobals();
+    psRegTimingMethod([](psTool& tool) { tool.setMethodStat(9, 777); });
+    read({"-B", "-dMethod=Iterative"}); // another method has its own defaults
+    EXPECT_EQ(settings(), "3 10 12 10000 1 2048 10000 0.05 no 0 yes 512");
+}
+
+TEST_F(PsDialogue, SourcesGiveTheSameSettings) {
+    std::vector<std::pair<std::string, std::string>> const values = {
+        {"Method", "Iterative"},    {"StartNumLoops", "2"}, {"StopNumLoops", "100"},
+        {"MinCpuClocks", "5000"},   {"Accuracy", "10"},     {"Common", "42"},
+        {"AlignVectorsBy", "byte"}, {"VectorAlign", "3"},   {"MisalignFirstVectorOnly", "no"},
+    };
+    std::string typed;
+    std::string ini = "[Perf System]\n";
+    std::vector<std::string> data{"-B"};
+    for (auto const& [name, value] : values) {
+        typed += value + "\n";
+        ini += name + " = " + value + " // note\n";
+        data.push_back("-d" + name + "=" + value);
+    }
+    auto const settingsOf = [&](std::vector<std::string> words, std::string const& input) {
+        resetGlobals();
+        psDefault<int> parameter(7, "Common");
+        psRegParm(parameter);
+        answers(input);
+        read(std::move(words));
+        return settings() + " " + std::to_string(parameter.value());
+    };
+    std::string const wanted = "3 10 12 10000 2 100 5000 0.1 yes 3 no 512 42";
+    put("in.ini", ini);
+    EXPECT_EQ(settingsOf({"-ATPM"}, typed), wanted);
+    EXPECT_EQ(settingsOf(data, ""), wanted);
+    EXPECT_EQ(settingsOf({"-B", "-iin"}, ""), wanted);
+    // What -I stores is read back to the same, with the console open or not.
+    data.emplace_back("-Iout");
+    EXPECT_EQ(settingsOf(data, ""), wanted);
+    g_istrm.deleteIniFile();
+    EXPECT_EQ(settingsOf({"-iout", "-A"}, std::string(20, '1')), wanted);
+    // The input ends in the middle: the rest keeps its defaults.
+    EXPECT_EQ(settingsOf({"-ATPM"}, "Iterative\n2\n100\n"),
+              "3 10 12 10000 2 100 10000 0.05 no 0 yes 512 7");
+}

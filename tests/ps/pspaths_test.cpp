@@ -1,0 +1,52 @@
+#include "sessionfixture.h"
+
+class PsPaths : public SessionTest {};
+
+TEST_F(PsPaths, NamesComeFromTitleAndDirectories) {
+    struct {
+        char const* exe;
+        std::vector<std::string> words;
+        char const* ini;     // of an empty argument
+        char const* summary; // of an empty argument
+        char const* named;   // of the argument "x"
+    } const cases[] = {
+        {"perf", {}, "perf.ini", "perf_sum.csv", "x.csv"},
+        {"perf", {"-nfoo.bar"}, "foo.bar.ini", "foo.bar_sum.csv", "x.csv"},
+        {"bin/perf", {"-lres"}, "bin/perf.ini", "bin/res/perf_sum.csv", "bin/res/x.csv"},
+        {"bin/perf", {"-pin/"}, "bin/in/perf.ini", "bin/perf_sum.csv", "bin/x.csv"},
+        {"bin/perf", {"-l/abs"}, "bin/perf.ini", "/abs/perf_sum.csv", "/abs/x.csv"},
+        {"bin/perf",
+         {"-p", "a", "-la", "-pb", "-n", "t"},
+         "bin/b/t.ini",
+         "bin/a/t_sum.csv",
+         "bin/a/x.csv"},
+        {"perf", {"-n/abs"}, "/abs.ini", "/abs_sum.csv", "x.csv"},
+    };
+    for (auto const& test : cases) {
+        SCOPED_TRACE(testing::PrintToString(test.words));
+        program = test.exe;
+        parse(test.words);
+        EXPECT_STREQ(psSession::genInPath("", ".ini").c_str(), test.ini);
+        EXPECT_STREQ(psSession::genOutPath("", "_sum.csv").c_str(), test.summary);
+        EXPECT_STREQ(psSession::genOutPath("x", ".csv").c_str(), test.named);
+    }
+}
+
+TEST_F(PsPaths, AbsoluteAndPointedNamesStay) {
+    program = "bin/perf";
+    parse({"-lout"});
+    char const* const cases[][2] = {
+        {"/tmp/x", "/tmp/x"},       {"\\x", "\\x"},
+        {"C:\\x", "C:\\x"},         {"x.y", "bin/out/x.y"},
+        {"a.b/c", "bin/out/a.b/c"}, {":", "bin/out/:.csv"},
+    };
+    for (auto const& [name, path] : cases) {
+        EXPECT_STREQ(psSession::genOutPath(name, ".csv").c_str(), path);
+        // A finished path is left alone when a file class places it once more.
+        EXPECT_STREQ(psSession::getOutPath(path).c_str(), path);
+        EXPECT_STREQ(io_stream::outPathHook(path).c_str(), path);
+    }
+    EXPECT_STREQ(io_stream::inPathHook("data").c_str(), "bin/data");
+    EXPECT_STREQ(io_stream::outPathHook("data").c_str(), "bin/out/data");
+    EXPECT_STREQ(psSession::getDirPath("data", "").c_str(), "bin/data");
+}

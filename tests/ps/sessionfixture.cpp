@@ -1,0 +1,168 @@
+// sessionfixture.cpp - the globals of the framework, put back to their start.
+#include "sessionfixture.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+
+#include "psmemory/psmemory.h"
+#include "psstream/pscstream.h"
+#include "psstream/psistream.h"
+#include "pstest/psrunmode.h"
+#include "pstool/psctrl.h"
+
+std::vector<std::string> ProbeTest::ran;
+psList<psParameter*> ProbeTest::parameters;
+
+ProbeTest::ProbeTest(char const* name, char const* file, char const* testName)
+    : psTest(static_cast<psFuncOld>(nullptr), name, file, testName) {}
+
+bool ProbeTest::canStart() {
+    m_parms = parameters;
+    return true;
+}
+
+psResult ProbeTest::runTiming() {
+    ran.emplace_back(m_funcName.c_str());
+    setTimingResult(100.0, "");
+    return psResOk;
+}
+
+namespace {
+
+template <typename T>
+void renew(T& object) {
+    std::destroy_at(&object);
+    std::construct_at(&object);
+}
+
+template <typename T>
+void drop(T*& object) {
+    delete object;
+    object = nullptr;
+}
+
+} // namespace
+
+SessionTest::SessionTest() : home(std::filesystem::current_path()) {
+    char name[] = "/tmp/ps_tests_XXXXXX";
+    directory = mkdtemp(name);
+    std::filesystem::current_path(directory);
+    resetGlobals();
+}
+
+SessionTest::~SessionTest() {
+    session.reset();
+    resetGlobals();
+    std::filesystem::current_path(home);
+    std::filesystem::remove_all(directory);
+}
+
+void SessionTest::resetGlobals() {
+    for (auto target = g_ostrm.begin(); target != g_ostrm.end();) {
+        target = *target == &c_out ? g_ostrm.erase(target) : ++target;
+    }
+    renew(g_ostrm);
+    renew(g_cstrm);
+    renew(g_qstrm);
+    renew(g_ustrm);
+    renew(g_istrm);
+    answers("");
+    if (pTestList != nullptr) {
+        for (psTest* test : *pTestList) {
+            delete test;
+        }
+    }
+    drop(pTestList);
+    drop(g_pParmList);
+    drop(g_pHotList);
+    drop(g_pLibInfoList);
+    drop(pCmdLine);
+    drop(zolVersionList);
+    drop(psSession::pCmdList);
+    pSession = nullptr;
+    s_parmFunc = nullptr;
+    initTimingMethod = nullptr;
+    zolEnvironment = nullptr;
+    qKeys = 1;
+    zol_Init = nullptr;
+    zol_SetCpuFeatures = nullptr;
+    zol_SetNumThreads = nullptr;
+    zol_GetNumThreads = nullptr;
+    psFillZolEntries();
+    g_sessionKeys = psSessionKeys();
+    g_tool = psTool();
+    psTool::m_priority = 0;
+    psTest::m_hot = 0;
+    psTest::m_pressing = false;
+    psTest::m_cache = false;
+    psTestList::m_startFunc = "";
+    psRunMode::nameMode = 0;
+    psRunMode::nameExit = false;
+    psSetAlignByByte(false);
+    psSetVectorAlign(0);
+    psSetAlignSrc(true);
+    psSetVectorShift(512);
+    psCpuTicker::m_freqMHz = 1000; // the estimate spins for seconds
+    ProbeTest::ran.clear();
+    ProbeTest::parameters.clear();
+}
+
+std::vector<char*> SessionTest::arguments(std::vector<std::string>& words) {
+    std::vector<char*> pointers{program.data()};
+    for (std::string& word : words) {
+        pointers.push_back(word.data());
+    }
+    return pointers;
+}
+
+std::string SessionTest::parse(std::vector<std::string> words) {
+    std::vector<char*> pointers = arguments(words);
+    if (g_ostrm.empty()) {
+        g_ostrm.insert(g_ostrm.end(), &c_out);
+    }
+    session = std::make_unique<psSession>();
+    session->initSession();
+    return shown([&] {
+        accepted = session->parseCommandLine(static_cast<int>(pointers.size()), pointers.data());
+    });
+}
+
+std::string SessionTest::run(std::vector<std::string> words) {
+    std::vector<char*> pointers = arguments(words);
+    session = std::make_unique<psSession>();
+    return shown([&] { session->run(static_cast<int>(pointers.size()), pointers.data()); });
+}
+
+void SessionTest::answers(std::string const& text) {
+    static FILE* typed = nullptr;
+    if (typed != nullptr) {
+        std::fclose(typed);
+    }
+    typed = std::tmpfile();
+    std::fputs(text.c_str(), typed);
+    std::rewind(typed);
+    c_in.file = typed;
+}
+
+void SessionTest::put(std::string const& path, std::string const& text) {
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+std::string SessionTest::content(std::string const& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+void SessionTest::linkLibrary() {
+    zolEnvironment = [] {
+        zol_Init = [] { return ZolStatus(0); };
+        zol_SetCpuFeatures = [](Zol64u) { return ZolStatus(0); };
+        zol_SetNumThreads = [](int) { return ZolStatus(0); };
+        zol_GetNumThreads = [](int* threads) {
+            *threads = 3;
+            return ZolStatus(0);
+        };
+    };
+    zolEnvironment();
+}
