@@ -1,0 +1,4 @@
+// atanh.cpp - timing tests of the Atanh family.
+#include "timing/timregister.h"
+
+PS_REGISTER_TWELVE(Atanh);

@@ -1,0 +1,4 @@
+// ln.cpp - timing tests of the Ln family.
+#include "timing/timregister.h"
+
+PS_REGISTER_TWELVE(Ln);

@@ -1,0 +1,4 @@
+// pow.cpp - timing tests of the Pow family.
+#include "timing/timregister.h"
+
+PS_REGISTER_TWELVE(Pow);

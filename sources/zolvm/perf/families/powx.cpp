@@ -1,0 +1,4 @@
+// powx.cpp - timing tests of the Powx family.
+#include "timing/timregister.h"
+
+PS_REGISTER_TWELVE(Powx);

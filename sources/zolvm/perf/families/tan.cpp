@@ -1,0 +1,4 @@
+// tan.cpp - timing tests of the Tan family.
+#include "timing/timregister.h"
+
+PS_REGISTER_TWELVE(Tan);

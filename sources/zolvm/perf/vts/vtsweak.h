@@ -1,0 +1,15 @@
+// vtsweak.h - the library's functions as weak references: the program also loads beside a
+// library that lacks some of them, whose addresses then are null.
+#ifndef VTS_VTSWEAK_H
+#define VTS_VTSWEAK_H
+
+#include "zolvm.h"
+
+#define VTS_WEAK(name, S, D) extern "C" [[gnu::weak]] decltype(name) name;
+ZOLVM_UNARY(VTS_WEAK)
+ZOLVM_BINARY(VTS_WEAK)
+ZOLVM_SCALAR(VTS_WEAK)
+ZOLVM_TWO_RESULTS(VTS_WEAK)
+#undef VTS_WEAK
+
+#endif

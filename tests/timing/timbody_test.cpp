@@ -1,0 +1,99 @@
+// timbody_test.cpp - the measured body, with rows that hold functions of the test.
+#include <vector>
+
+#include "pstool/psctrl.h"
+#include "timing/timfixture.h"
+
+namespace {
+
+// What the fake functions have seen.
+struct Calls {
+    std::vector<void const*> arguments; // of the last call
+    std::vector<int> lengths;           // of every call
+};
+Calls calls;
+
+ZolStatus unary(float const* source, float* destination, int length) {
+    calls.arguments = {source, destination};
+    calls.lengths.push_back(length);
+    ps_set_ssx(0x2001, 0x6001); // a rounding mode and a flag left behind
+    return zolStsNullPtrErr;    // nobody looks at it
+}
+
+ZolStatus binary(float const* source, float const* second, float* destination, int length) {
+    calls.arguments = {source, second, destination};
+    calls.lengths.push_back(length);
+    return zolStsNoErr;
+}
+
+ZolStatus twoResults(float const* source, float* destination, float* second, int length) {
+    calls.arguments = {source, destination, second};
+    calls.lengths.push_back(length);
+    return zolStsNoErr;
+}
+
+// Doubles the Length, and hands the row over to unary.
+ZolStatus changing(float const*, float*, int length) {
+    calls.lengths.push_back(length);
+    len.setValue(2 * length);
+    defFunc[0].func = reinterpret_cast<vtsFunc>(unary);
+    return zolStsNoErr;
+}
+
+class TimBody : public TimFixture {
+protected:
+    TimBody() {
+        calls = Calls();
+        len.init(timFirstLength, timLastLength, 2, StepMul, "Length");
+        len.firstValue();
+        timAllocVectors(sizeof(float), sizeof(float));
+        timAlignVectors();
+    }
+
+    template <typename Function>
+    static psResult run(char const* tag, Function* function, int loops) {
+        defFunc[0].text = tag;
+        defFunc[0].func = reinterpret_cast<vtsFunc>(function);
+        tool.m_numClocks = -1;
+        return TimReal32::body(tool, loops, tag, "zolsTest_32f");
+    }
+
+    static inline psTool tool;
+};
+
+} // namespace
+
+TEST_F(TimBody, SixteenCallsToWarmUpThenTheLoops) {
+    EXPECT_EQ(run("sTest", unary, 5), psResOk);
+    EXPECT_EQ(calls.lengths, std::vector<int>(16 + 5, 32));
+    EXPECT_EQ(calls.arguments, (std::vector<void const*>{pSrc, pDst}));
+    EXPECT_GT(tool.m_numClocks, 0);
+    EXPECT_EQ(ps_get_ssx() & 0x603fU, 0U); // the status is cleared behind the calls
+    EXPECT_EQ(console(), "");
+    EXPECT_EQ(run("sTest", unary, 0), psResOk);
+    EXPECT_EQ(calls.lengths.size(), 16U + 5 + 16);
+}
+
+TEST_F(TimBody, TheShapeFollowsFromTheTag) {
+    EXPECT_EQ(run("sAdd", binary, 1), psResOk);
+    EXPECT_EQ(calls.arguments, (std::vector<void const*>{pSrc, pSrc2, pDst}));
+    EXPECT_EQ(run("sSinCos_HA", twoResults, 1), psResOk);
+    EXPECT_EQ(calls.arguments, (std::vector<void const*>{pSrc, pDst, pDst2}));
+    EXPECT_EQ(calls.lengths.size(), 2U * 17);
+    EXPECT_EQ(run("sLinearFrac_HA", unary, 1), psResOk); // its loops are empty
+    EXPECT_EQ(run("qTest", unary, 1), psResOk);          // no shape at all
+    EXPECT_EQ(calls.lengths.size(), 2U * 17);
+}
+
+TEST_F(TimBody, FunctionAndLengthAreReadAnewInEveryRound) {
+    EXPECT_EQ(run("sTest", changing, 1), psResOk);
+    ASSERT_EQ(calls.lengths.size(), 17U);
+    EXPECT_EQ(calls.lengths[0], 32);
+    EXPECT_EQ(calls.lengths[1], 64);
+    EXPECT_EQ(calls.arguments.size(), 2U); // by unary
+}
+
+TEST_F(TimBody, NoRowIsAFailure) {
+    EXPECT_EQ(TimReal32::body(tool, 1, "sNope", "zolsTest_32f"), psResFail);
+    EXPECT_EQ(console(), "Cannot find inc file for function: sNope");
+}
