@@ -6,6 +6,7 @@
 #include <string>
 
 #include "pscpu/pscputicker.h"
+#include "pscpu/pszolentry.h"
 #include "pstest/pstestlist.h"
 #include "timing/timvectors.h"
 #include "timing/timzolvm.h"

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <malloc.h>
 
 psStepIterator<int> len;
 
@@ -63,6 +64,11 @@ void release(Vector const (&vectors)[N]) {
 } // namespace
 
 bool timAllocVectors(size_t sourceElement, size_t destinationElement) {
+    // A mapping of its own for each vector, so that all begin at the same place in a page. Left to
+    // itself malloc maps only those of a run's first tests and cuts the others from the heap, at
+    // distances where loads wait for stores to other addresses: the same function would read
+    // differently alone and behind others.
+    mallopt(M_MMAP_THRESHOLD, static_cast<int>(timVectorElements * sizeof(float)));
     bool const hasSources = allocate(sources, timVectorElements * sourceElement);
     return allocate(destinations, timVectorElements * destinationElement) && hasSources;
 }
