@@ -1,0 +1,16 @@
+#!/usr/bin/env bash
+# Static analysis of the product: clang-tidy by .clang-tidy and cppcheck by .cppcheck. Prints what
+# they find; nothing means clean.
+. "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
+
+need clang-tidy cppcheck
+build ps_zolvm
+mapfile -t sources < <(git ls-files 'testsdk/*.cpp' 'sources/*.cpp' 'platform/*.cpp')
+status=0
+printf '%s\0' "${sources[@]}" |
+    xargs -0 -n 1 -P "$(nproc)" clang-tidy -p build/release --quiet 2>/dev/null || status=1
+cppcheck --quiet --error-exitcode=1 --enable=warning,performance,portability --inline-suppr \
+    --std=c++20 --language=c++ --suppressions-list=.cppcheck \
+    -I testsdk/perflib/src -I sources/zolvm/perf -I platform/include testsdk sources platform ||
+    status=1
+exit $status
