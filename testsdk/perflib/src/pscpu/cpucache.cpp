@@ -132,11 +132,12 @@ int descriptorCacheBytes(CPUID const& leaf2) {
 
 void cpuVendor(CPUID const& leaf0, char vendor[13]) {
     constexpr int order[] = {1, 3, 2}; // EBX, EDX, ECX
-    for (int word = 0; word < 3; ++word) {
-        unsigned const letters = leaf0.reg(order[word]);
-        std::memcpy(vendor + 4 * word, &letters, sizeof letters);
+    for (int const word : order) {
+        unsigned const letters = leaf0.reg(word);
+        std::memcpy(vendor, &letters, sizeof letters);
+        vendor += sizeof letters;
     }
-    vendor[12] = '\0';
+    *vendor = '\0';
 }
 
 ZolStatus makersCacheBytes(cpuidReader read, int* bytes) {

@@ -196,11 +196,11 @@ psString vectorStringReal(T const* data, int length) {
 template <typename T>
 psString vectorStringCplx(T const* data, int length) {
     psString text;
-    for (int i = 0; i < length; ++i) {
+    for (int i = 0; i < length; ++i, data += 2) {
         text += " (";
-        addField(text, data[2 * i]);
+        addField(text, data[0]);
         text += ',';
-        addField(text, data[2 * i + 1]);
+        addField(text, data[1]);
         text += ')';
     }
     return text;
