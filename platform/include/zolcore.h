@@ -35,7 +35,8 @@ enum {
     zolStsDomain = 19,
     zolStsUnsupportedCpu = 36,
     zolStsUnknownCacheSize = 37,
-    zolStsCpuFeatureMissing = 38 /* the mask asks for more than the processor has */
+    zolStsCpuFeatureMissing = 38, /* the mask asks for more than the processor has */
+    zolStsSingleThread = 39       /* more threads asked for than the library works in */
 };
 
 /* Bits of a feature mask. */

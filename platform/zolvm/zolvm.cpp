@@ -1,0 +1,100 @@
+// zolvm.cpp - libzolvm's interface: version, choice of the code path, and the exported functions,
+// each one indirect call into the table of the path.
+#pragma GCC visibility push(default)
+#include "zolvm.h"
+#pragma GCC visibility pop
+
+#include "zolcore/zoldispatch.h"
+#include "zolvm/zolvmkernels.h"
+
+// A zolcore of somebody else has no such function; the path then follows the processor alone.
+#pragma weak zolcoreOnSelect
+
+ZOLVM_DECLARE_PATH(sse2)
+ZOLVM_DECLARE_PATH(avx2)
+ZOLVM_DECLARE_PATH(avx512)
+
+namespace {
+
+#define ZOLVM_POINTER(name, S, D) .name = name,
+#define ZOLVM_POINTERS                                                                             \
+    ZOLVM_UNARY(ZOLVM_POINTER)                                                                     \
+    ZOLVM_BINARY(ZOLVM_POINTER)                                                                    \
+    ZOLVM_SCALAR(ZOLVM_POINTER)                                                                    \
+    ZOLVM_TWO_RESULTS(ZOLVM_POINTER)
+
+constexpr Zol64u avx2Features = zolCPUID_AVX | zolCPUID_AVX2;
+constexpr Zol64u avx512Features = avx2Features | zolCPUID_AVX512F | zolCPUID_AVX512CD |
+                                  zolCPUID_AVX512BW | zolCPUID_AVX512DQ | zolCPUID_AVX512VL;
+
+} // namespace
+
+#define ZOLVM_PATH_TABLE(path, features, fma)                                                      \
+    namespace zolvm::path {                                                                        \
+    static constinit zolvmKernels const kernels = {                                                \
+        .needs = features, .needsFma = fma, ZOLVM_POINTERS};                                       \
+    }
+ZOLVM_PATH_TABLE(sse2, 0, false)
+ZOLVM_PATH_TABLE(avx2, avx2Features, true)
+ZOLVM_PATH_TABLE(avx512, avx512Features, true)
+
+namespace {
+
+// Best first. The last row needs nothing, so the search always ends on a row.
+zolvmKernels const* const candidates[] = {&zolvm::avx512::kernels, &zolvm::avx2::kernels,
+                                          &zolvm::sse2::kernels};
+
+constinit zolvmKernels const* kernels = &zolvm::sse2::kernels;
+
+void select(Zol64u enabled) {
+    bool const fma = __builtin_cpu_supports("fma") != 0;
+    zolvmKernels const* const* row = candidates;
+    while (((*row)->needs & ~enabled) != 0 || ((*row)->needsFma && !fma)) {
+        ++row;
+    }
+    kernels = *row;
+}
+
+// A program may call a function without zolInit: it gets the best path, too.
+[[gnu::constructor]] void selectAtLoad() {
+    __builtin_cpu_init();
+    if (zolcoreOnSelect != nullptr) {
+        zolcoreOnSelect(select);
+    } else {
+        select(zolGetEnabledCpuFeatures());
+    }
+}
+
+} // namespace
+
+ZolLibraryVersion const* zolvmGetLibVersion(void) {
+    static constexpr ZolLibraryVersion version = {
+        .major = 2,
+        .minor = 0,
+        .build = 0,
+        .name = "ZOL Vector Math",
+        .version = "2.0.0 (built-in)",
+        .buildDate = __DATE__,
+    };
+    return &version;
+}
+
+#define ZOLVM_EXPORT_UNARY(name, S, D)                                                             \
+    ZolStatus name(S const* pSrc, D* pDst, int len) { return kernels->name(pSrc, pDst, len); }
+#define ZOLVM_EXPORT_BINARY(name, S, D)                                                            \
+    ZolStatus name(S const* pSrc1, S const* pSrc2, D* pDst, int len) {                             \
+        return kernels->name(pSrc1, pSrc2, pDst, len);                                             \
+    }
+#define ZOLVM_EXPORT_SCALAR(name, S, D)                                                            \
+    ZolStatus name(S const* pSrc, S value, D* pDst, int len) {                                     \
+        return kernels->name(pSrc, value, pDst, len);                                              \
+    }
+#define ZOLVM_EXPORT_TWO_RESULTS(name, S, D)                                                       \
+    ZolStatus name(S const* pSrc, D* pDst1, D* pDst2, int len) {                                   \
+        return kernels->name(pSrc, pDst1, pDst2, len);                                             \
+    }
+
+ZOLVM_UNARY(ZOLVM_EXPORT_UNARY)
+ZOLVM_BINARY(ZOLVM_EXPORT_BINARY)
+ZOLVM_SCALAR(ZOLVM_EXPORT_SCALAR)
+ZOLVM_TWO_RESULTS(ZOLVM_EXPORT_TWO_RESULTS)
