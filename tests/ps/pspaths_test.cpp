@@ -13,8 +13,6 @@ TEST_F(PsPaths, NamesComeFromTitleAndDirectories) {
         {"perf", {}, "perf.ini", "perf_sum.csv", "x.csv"},
         {"perf", {"-nfoo.bar"}, "foo.bar.ini", "foo.bar_sum.csv", "x.csv"},
         {"bin/perf", {"-lres"}, "bin/perf.ini", "bin/res/perf_sum.csv", "bin/res/x.csv"},
-        {"bin/perf", {"-pin/"}, "bin/in/perf.ini", "bin/perf_sum.csv", "bin/x.csv"},
-        {"bin/perf", {"-l/abs"}, "bin/perf.ini", "/abs/perf_sum.csv", "/abs/x.csv"},
         {"bin/perf",
          {"-p", "a", "-la", "-pb", "-n", "t"},
          "bin/b/t.ini",

@@ -2,21 +2,6 @@
 
 class PsRegister : public SessionTest {};
 
-TEST_F(PsRegister, LibraryVersionsBecomeTitleLines) {
-    static ZolLibraryVersion const one{1, 2, 3, "libone", "1.2.3", "Jan  1 2020"};
-    static ZolLibraryVersion const two{4, 5, 6, "libtwo", nullptr, "Feb  2 2020"};
-    parse({"-B"});
-    EXPECT_EQ(shown([] { setZolLibInfo(); }), ""); // none registered
-    psRegZolVersion([] { return &one; });
-    psRegZolVersion([] { return &two; });
-    psRegZolVersion([]() -> ZolLibraryVersion const* { return nullptr; });
-    psRegZolVersion([] { return &one; });
-    EXPECT_EQ(shown([] { setZolLibInfo(); }), "ZOL libraries information has been set into PS\n");
-    ASSERT_EQ(g_pLibInfoList->size(), 2); // each library once
-    EXPECT_STREQ((*g_pLibInfoList->begin()).c_str(), "libone, 1.2.3, Jan  1 2020");
-    EXPECT_STREQ((*++g_pLibInfoList->begin()).c_str(), "libtwo, , Feb  2 2020");
-}
-
 TEST_F(PsRegister, LibraryStart) {
     linkLibrary();
     auto const started = [&](std::vector<std::string> words) {
@@ -40,6 +25,4 @@ TEST_F(PsRegister, LibraryStart) {
                   "--ZOL ERROR. status = -1: Error\n" +
                   threads +
                   "--calling zolSetNumThreads( 2 )\n--ZOL WARNING. status = 36: Warning\n" + bound);
-    zolEnvironment = nullptr;
-    EXPECT_EQ(started({"-B"}), "");
 }

@@ -1,10 +1,6 @@
 // sessionfixture.cpp - the globals of the framework, put back to their start.
 #include "sessionfixture.h"
 
-#include <cstdlib>
-#include <fstream>
-#include <iterator>
-
 #include "psmemory/psmemory.h"
 #include "psstream/pscstream.h"
 #include "psstream/psistream.h"
@@ -14,8 +10,8 @@
 std::vector<std::string> ProbeTest::ran;
 psList<psParameter*> ProbeTest::parameters;
 
-ProbeTest::ProbeTest(char const* name, char const* file, char const* testName)
-    : psTest(static_cast<psFuncOld>(nullptr), name, file, testName) {}
+ProbeTest::ProbeTest(char const* name)
+    : psTest(static_cast<psFuncOld>(nullptr), name, "probe.cpp", "probe_test") {}
 
 bool ProbeTest::canStart() {
     m_parms = parameters;
@@ -44,10 +40,8 @@ void drop(T*& object) {
 
 } // namespace
 
-SessionTest::SessionTest() : home(std::filesystem::current_path()) {
-    char name[] = "/tmp/ps_tests_XXXXXX";
-    directory = mkdtemp(name);
-    std::filesystem::current_path(directory);
+SessionTest::SessionTest() {
+    std::filesystem::current_path(directory.path);
     resetGlobals();
 }
 
@@ -55,7 +49,6 @@ SessionTest::~SessionTest() {
     session.reset();
     resetGlobals();
     std::filesystem::current_path(home);
-    std::filesystem::remove_all(directory);
 }
 
 void SessionTest::resetGlobals() {
@@ -143,15 +136,6 @@ void SessionTest::answers(std::string const& text) {
     std::fputs(text.c_str(), typed);
     std::rewind(typed);
     c_in.file = typed;
-}
-
-void SessionTest::put(std::string const& path, std::string const& text) {
-    std::ofstream(path, std::ios::binary) << text;
-}
-
-std::string SessionTest::content(std::string const& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
 void SessionTest::linkLibrary() {

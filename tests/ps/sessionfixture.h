@@ -3,9 +3,7 @@
 #ifndef TESTS_PS_SESSIONFIXTURE_H
 #define TESTS_PS_SESSIONFIXTURE_H
 
-#include <filesystem>
 #include <gtest/gtest.h>
-#include <initializer_list>
 #include <memory>
 #include <string>
 #include <vector>
@@ -13,12 +11,12 @@
 #include "ps/psregister.h"
 #include "ps/pssession.h"
 #include "pscpu/pszolentry.h"
+#include "support/tempdirectory.h"
 
 // A test that answers 100 clocks and writes down that it ran.
 class ProbeTest : public psTest {
 public:
-    explicit ProbeTest(char const* name, char const* file = "probe.cpp",
-                       char const* testName = "probe_test");
+    explicit ProbeTest(char const* name);
     bool canStart() override;
     psResult runTiming() override;
 
@@ -50,9 +48,7 @@ protected:
     std::string run(std::vector<std::string> words);
 
     static void answers(std::string const& text); // what the console will type
-    static void put(std::string const& path, std::string const& text);
-    static std::string content(std::string const& path);
-    static void linkLibrary(); // a library whose calls succeed
+    static void linkLibrary();                    // a library whose calls succeed
     static void resetGlobals();
 
     std::unique_ptr<psSession> session;
@@ -61,8 +57,8 @@ protected:
 private:
     std::vector<char*> arguments(std::vector<std::string>& words);
 
-    std::filesystem::path home;
-    std::filesystem::path directory;
+    TempDirectory directory;
+    std::filesystem::path home = std::filesystem::current_path();
 };
 
 #endif

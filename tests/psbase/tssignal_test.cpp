@@ -23,31 +23,6 @@ void land(Fault fault) {
     }
 }
 
-TEST(TsSignalDeathTest, LandsWithTheTextOfEachSignal) {
-    struct Case {
-        int signal;
-        char const* message;
-    };
-    Case const cases[] = {
-        {SIGFPE,
-         "^--ZOL. Signal: FP error, such as overflow, division by zero, invalid operation.\n$"},
-        {SIGILL, "^--ZOL. Signal: Illegal instruction.\n$"},
-        {SIGSEGV, "^--ZOL. Signal: Illegal storage access.\n$"}};
-    for (Case const& row : cases) {
-        EXPECT_EXIT(
-            {
-                tsSignal const installed;
-                land([&row] { std::raise(row.signal); });
-                std::_Exit(tsSignal::code());
-            },
-            testing::ExitedWithCode(row.signal), row.message);
-    }
-    int const before = tsSignal::m_code;
-    tsSignal::m_code = SIGTERM;
-    EXPECT_STREQ(tsSignal::getInfo(), "Unknown exception");
-    tsSignal::m_code = before;
-}
-
 TEST(TsSignalDeathTest, ASecondFaultOfTheSameSignalEndsTheProcess) {
     // A true fault, as a blocked signal that is merely raised would only wait.
     auto const illegal = [] { asm volatile("ud2"); };

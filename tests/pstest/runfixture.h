@@ -3,11 +3,11 @@
 #ifndef TESTS_PSTEST_RUNFIXTURE_H
 #define TESTS_PSTEST_RUNFIXTURE_H
 
-#include "pstest/pstestlist.h"
-#include "streamfixture.h"
-#include <csignal>
 #include <functional>
-#include <sstream>
+#include <regex>
+
+#include "psstream/streamfixture.h"
+#include "pstest/pstestlist.h"
 
 // A test whose hooks are given and whose measurements take 100 clocks per loop.
 class ScriptedTest : public psTest {
@@ -44,18 +44,14 @@ public:
 
 class RunFixture : public StreamFixture {
 protected:
-    RunFixture() : savedTool(g_tool) {
+    RunFixture() {
         g_ostrm.setOutLevel(7);
-        table = createOStream(path("table").c_str(), false);
-        g_cstrm.insert(g_cstrm.end(), table);
         g_tool.setMethodLoop(10);
         psCpuTicker::m_freqMHz = 1000;
         psTest::m_numParmsColm = 2;
         psTest::m_numResultColm = 5;
     }
     ~RunFixture() override {
-        g_cstrm.clear();
-        delete table;
         g_tool = savedTool;
         g_istrm.deleteIniFile();
         psTest::m_hot = 0;
@@ -69,19 +65,13 @@ protected:
 
     // The console without the framed reports, whose times differ from run to run.
     std::string lines() const {
-        std::istringstream in(console());
-        std::string kept;
-        for (std::string line; std::getline(in, line);) {
-            bool const framed = line.starts_with("|") || line.starts_with("+--");
-            kept += framed ? "" : line + "\n";
-        }
-        return kept;
+        return std::regex_replace(console(), std::regex("(^|\n)((\\||\\+--).*\n)+"), "$1");
     }
-    std::string rows() const { return content(path("table")); }
+    std::string rows() const { return table.text(); }
 
 private:
-    psTool savedTool;
-    o_stream* table;
+    psTool savedTool = g_tool;
+    StreamCapture table{g_cstrm};
 };
 
 #endif

@@ -55,9 +55,6 @@ class ScriptedTiming : public testing::Test {
 protected:
     void SetUp() override { start({}); }
     void TearDown() override {
-        is_W_flagUsed = false;
-        ts87Base::Exception = 0x3b;
-        tsSSXBase::Exception = 0x1f80;
         psClearCtrlStatus();
         ps_set_cw_fpu(savedCW, 0xffff);
         ps_set_ssx(savedSSX, 0xffff);

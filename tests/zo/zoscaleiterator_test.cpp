@@ -13,8 +13,6 @@ TEST(ZoScaleIterator, ListsValuesInTheLastLeadingColumn) {
     scale.init(7, factors);
     EXPECT_STREQ("0; 1; -3; 4; 5; 6", scale.defaultString().c_str());
     EXPECT_EQ(psTest::m_numParmsColm - 1, scale.colmIndex());
-    scale.init();
-    EXPECT_TRUE(scale.psList<int>::empty());
     EXPECT_TRUE(zoScaleIterator::isScaled(zoFunc("zolsAdd_16s_ISfs")));
     EXPECT_TRUE(zoScaleIterator::isScaled(zoFunc("zolsExp_16s_Fix")));
     EXPECT_FALSE(zoScaleIterator::isScaled(zoFunc("zolsFixSfs_32f_A24")));
