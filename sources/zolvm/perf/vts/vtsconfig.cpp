@@ -36,7 +36,7 @@ public:
     template <int N>
     void readText(char const* key, int size, char (&field)[N]) {
         if (has(key, size)) {
-            snprintf(field, N, "%s", text);
+            snprintf(field, N, "%.*s", static_cast<int>(N - 1), text);
         }
     }
 
