@@ -1,0 +1,43 @@
+// fuzz_main.cpp - tries the inputs in the files and directories that are named, where the build has
+// no fuzzer of its own.
+#include "fuzz_support.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace {
+
+std::vector<std::string> filesUnder(std::string const& path) {
+    if (!std::filesystem::is_directory(path)) {
+        return {path};
+    }
+    std::vector<std::string> files;
+    for (auto const& entry : std::filesystem::directory_iterator(path)) {
+        files.push_back(entry.path().string());
+    }
+    std::sort(files.begin(), files.end());
+    return files;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    std::vector<std::string> const named(argv + 1, argv + argc);
+    LLVMFuzzerInitialize(&argc, &argv);
+    int tried = 0;
+    for (std::string const& path : named) {
+        for (std::string const& file : filesUnder(path)) {
+            if (!std::filesystem::is_regular_file(file)) {
+                (void)std::fprintf(stderr, "%s is no file\n", file.c_str());
+                return 1;
+            }
+            (void)std::fprintf(stderr, "%s\n", file.c_str()); // the last one is the one that failed
+            std::string const text = Sandbox::content(file);
+            (void)LLVMFuzzerTestOneInput(reinterpret_cast<std::uint8_t const*>(text.data()),
+                                         text.size());
+            ++tried;
+        }
+    }
+    (void)std::printf("%d inputs\n", tried);
+    return tried > 0 ? 0 : 1;
+}

@@ -1,0 +1,410 @@
+// fuzz_support.cpp - the private directory, the guard on fopen, the session and its checks.
+#include "fuzz_support.h"
+
+#include <cerrno>
+#include <cfenv>
+#include <csignal>
+#include <cstdlib>
+#include <cstring>
+#include <dirent.h>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <memory>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "ps/psregister.h"
+#include "pscpu/pszolentry.h"
+#include "psmemory/psmemory.h"
+#include "psstream/pscstream.h"
+#include "psstream/psistream.h"
+#include "pstest/psrunmode.h"
+#include "pstool/psctrl.h"
+
+namespace {
+
+constexpr char exeName[] = "perf";
+constexpr char subDirectory[] = "d";
+
+bool guarded = false;       // an input is being tried
+std::string artifactPrefix; // of the files in which the fuzzer keeps inputs, absolute
+
+// Relative, with no component that leads upwards. Symbolic links are never made.
+bool staysInside(std::string_view path) {
+    if (path.empty() || path.front() == '/') {
+        return false;
+    }
+    while (!path.empty()) {
+        std::size_t const end = path.find('/');
+        if (path.substr(0, end) == "..") {
+            return false;
+        }
+        path.remove_prefix(end == std::string_view::npos ? path.size() : end + 1);
+    }
+    return true;
+}
+
+// Private directory of this process, gone when it ends.
+class PrivateDirectory {
+public:
+    PrivateDirectory() {
+        char const* const base = std::getenv("TMPDIR");
+        path = std::string(base != nullptr ? base : "/tmp") + "/ps_fuzz_XXXXXX";
+        if (mkdtemp(path.data()) == nullptr || mkdir((path + "/" + subDirectory).c_str(), 0700)) {
+            fuzzFailure(__FILE__, __LINE__, "mkdtemp", path);
+        }
+    }
+    PrivateDirectory(PrivateDirectory const&) = delete;
+    PrivateDirectory& operator=(PrivateDirectory const&) = delete;
+    ~PrivateDirectory() {
+        std::error_code ignored;
+        std::filesystem::remove_all(path, ignored);
+    }
+
+    void clear() const {
+        clearFiles(path);
+        clearFiles(path + "/" + subDirectory);
+    }
+
+    std::string path;
+
+private:
+    static void clearFiles(std::string const& directory) {
+        DIR* const entries = opendir(directory.c_str());
+        for (dirent const* entry = readdir(entries); entry != nullptr; entry = readdir(entries)) {
+            if (entry->d_type != DT_DIR) {
+                (void)unlinkat(dirfd(entries), entry->d_name, 0);
+            }
+        }
+        closedir(entries);
+    }
+};
+
+PrivateDirectory& privateDirectory() {
+    static PrivateDirectory directory;
+    return directory;
+}
+
+template <typename T>
+void renew(T& object) {
+    std::destroy_at(&object);
+    std::construct_at(&object);
+}
+
+template <typename T>
+void drop(T*& object) {
+    delete object;
+    object = nullptr;
+}
+
+void dropTargets(psTargetList& stream) {
+    stream.close();
+    for (o_stream* target : stream) {
+        if (target->ownedByList) {
+            delete target;
+        }
+    }
+    stream.clear();
+}
+
+// Tests that are listed and never run.
+void registerTests() {
+    static char const* const names[] = {"zolsAcos_32f_A11", "zolsSin_64fc_A53", "__psInfo"};
+    for (char const* name : names) {
+        psRegTest(
+            new psTest(static_cast<psFuncOld>(nullptr), name, "family.cpp", "probe_timing_test"));
+    }
+}
+
+bool isKeyWord(std::string_view word) {
+    return word.size() >= 2 && (word[0] == '-' || word[0] == '/');
+}
+
+bool startsWith(std::string_view text, std::string_view start) {
+    return text.substr(0, start.size()) == start;
+}
+
+} // namespace
+
+// All files of the framework come through here. The fuzzer's own may be written as well.
+extern "C" FILE* __real_fopen(char const* path, char const* mode);
+extern "C" FILE* __wrap_fopen(char const* path, char const* mode) {
+    bool const artifact = !artifactPrefix.empty() && startsWith(path, artifactPrefix);
+    if (guarded && !artifact && !staysInside(path)) {
+        fuzzFailure(__FILE__, __LINE__, "the path stays inside the private directory", path);
+    }
+    return __real_fopen(path, mode);
+}
+
+// Where the fuzzer keeps an input is made absolute, since the working directory changes.
+extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
+    static constexpr std::string_view option = "-artifact_prefix=";
+    artifactPrefix = std::filesystem::current_path().string() + "/";
+    for (int i = 1; i < *argc; ++i) {
+        if (startsWith((*argv)[i], option)) {
+            artifactPrefix = std::filesystem::absolute((*argv)[i] + option.size()).string();
+        }
+    }
+    static std::string prefixWord;
+    prefixWord = std::string(option) + artifactPrefix;
+    static std::vector<char*> words;
+    words.assign(*argv, *argv + *argc);
+    words.insert(words.begin() + 1, prefixWord.data());
+    for (std::size_t i = 2; i < words.size();) {
+        if (startsWith(words[i], option)) {
+            words.erase(words.begin() + static_cast<std::ptrdiff_t>(i));
+        } else {
+            ++i;
+        }
+    }
+    *argc = static_cast<int>(words.size());
+    words.push_back(nullptr);
+    *argv = words.data();
+
+    // A fault is to be seen, not to be landed; and the fuzzer reckons in the usual modes.
+    for (int const fault : {SIGFPE, SIGSEGV, SIGILL}) {
+        std::signal(fault, SIG_DFL);
+    }
+    std::fesetenv(FE_DFL_ENV);
+    zol_Init = [] { return ZolStatus(0); };
+    psFillZolEntries();
+    psCpuTicker::m_freqMHz = 1000; // the estimate spins for seconds
+    registerTests();
+    return 0;
+}
+
+void fuzzFailure(char const* file, int line, char const* condition, std::string const& about) {
+    guarded = false;
+    (void)std::fprintf(stderr, "%s:%d: does not hold: %s\n%s\n", file, line, condition,
+                       about.c_str());
+    std::abort();
+}
+
+Sandbox::Sandbox() : home(open(".", O_RDONLY | O_DIRECTORY)) {
+    if (home < 0 || chdir(privateDirectory().path.c_str()) != 0) {
+        fuzzFailure(__FILE__, __LINE__, "chdir", std::strerror(errno));
+    }
+    guarded = true;
+}
+
+Sandbox::~Sandbox() {
+    guarded = false;
+    privateDirectory().clear();
+    if (fchdir(home) != 0) {
+        fuzzFailure(__FILE__, __LINE__, "fchdir", std::strerror(errno));
+    }
+    close(home);
+}
+
+void Sandbox::put(std::string const& path, std::string_view text) {
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+std::string Sandbox::content(std::string const& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+std::string harmless(std::string_view text) {
+    std::string cleaned(text);
+    char before = 0;
+    for (char& letter : cleaned) {
+        if (letter == '/' || (letter == '.' && before == '.')) {
+            letter = '_';
+        }
+        if (letter != 0) {
+            before = letter;
+        }
+    }
+    return cleaned;
+}
+
+std::string harmlessWord(std::string_view word) {
+    std::string cleaned = harmless(word);
+    if (word.size() >= 2 && word[0] == '/') {
+        cleaned[0] = '/';
+    }
+    return cleaned;
+}
+
+std::vector<std::string> linesOf(std::string_view text) {
+    std::vector<std::string> lines;
+    while (!text.empty()) {
+        std::size_t const end = text.find('\n');
+        lines.emplace_back(text.substr(0, end));
+        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    }
+    return lines;
+}
+
+std::vector<std::string> wordsOfText(std::string_view text) {
+    std::vector<std::string> words;
+    std::string word;
+    auto const finish = [&] {
+        if (!word.empty()) {
+            words.push_back(word);
+        }
+        word.clear();
+    };
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '"') {
+            finish();
+            for (++i; i < text.size(); ++i) {
+                bool const doubled = text.substr(i, 2) == "\"\"";
+                if (text[i] == '"' && !doubled) {
+                    break;
+                }
+                i += doubled ? 1 : 0;
+                word += text[i];
+            }
+            finish();
+        } else if (std::string_view(" ;\t\r\n").find(text[i]) != std::string_view::npos) {
+            finish();
+        } else {
+            word += text[i];
+        }
+    }
+    finish();
+    return words;
+}
+
+std::vector<Key> keysOfWords(std::vector<std::string> const& words) {
+    std::vector<Key> keys;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        std::string const& word = words[i];
+        std::string const next =
+            i + 1 < words.size() && !isKeyWord(words[i + 1]) ? words[++i] : std::string();
+        if (isKeyWord(word)) {
+            std::string rest = word.substr(2);
+            bool const signOnly = rest == "-" || rest == "+" || rest == "=";
+            keys.push_back({word[1], rest.empty() || signOnly ? rest + next : rest});
+        }
+    }
+    return keys;
+}
+
+std::vector<Key> keysOf(psCommandList const& list) {
+    std::vector<Key> keys;
+    for (psCommandKey const& key : list) {
+        keys.push_back({key.key, key.arg.c_str()});
+    }
+    return keys;
+}
+
+std::string shownKeys(std::vector<Key> const& keys) {
+    std::string text;
+    for (Key const& key : keys) {
+        text += std::string("-") + key.letter + "{" + key.arg + "}\n";
+    }
+    return text;
+}
+
+FuzzSession::FuzzSession(std::string const& typed) {
+    resetGlobals();
+    c_out.file = open_memstream(&console, &consoleSize);
+    Sandbox::put("typed", typed);
+    c_in.file = std::fopen("typed", "r");
+    g_ostrm.setMsgLevel(MSG_PERF);
+    g_ostrm.insert(g_ostrm.end(), &c_out);
+    zolEnvironment = [] {};
+    length.init("Length", 64, 1024, 2, StepMul);
+    g_pParmList = new psList<psParameter*>;
+    g_pParmList->insert(g_pParmList->end(), &length);
+    session.initSession();
+}
+
+FuzzSession::~FuzzSession() {
+    resetGlobals();
+    std::free(console);
+}
+
+bool FuzzSession::parse(std::vector<std::string> words) {
+    std::string program = exeName;
+    std::vector<char*> pointers{program.data()};
+    for (std::string& word : words) {
+        pointers.push_back(word.data());
+    }
+    return session.parseCommandLine(static_cast<int>(pointers.size()), pointers.data());
+}
+
+std::string FuzzSession::takeShown() {
+    (void)std::fflush(c_out.file);
+    std::string shown(console + taken, consoleSize - taken);
+    taken = consoleSize;
+    return shown;
+}
+
+std::string FuzzSession::settings() {
+    char text[512];
+    (void)std::snprintf(text, sizeof text, "%d %d %d %d %d %lld %lld %g %d %d %d %d ",
+                        g_tool.m_method, g_tool.m_numLoops, g_tool.m_startLoops, g_tool.m_maxLoops,
+                        g_tool.m_minCalls, g_tool.m_minClocks, g_tool.m_maxClocks,
+                        g_tool.m_accuracy, psGetVectorAlign(), psGetVectorShift(),
+                        psGetAlignSrc() ? 1 : 0, psGetAlignByByte() ? 1 : 0);
+    return std::string(text) + length.description().c_str();
+}
+
+void FuzzSession::resetGlobals() {
+    for (psTargetList* stream :
+         {static_cast<psTargetList*>(&g_ostrm), static_cast<psTargetList*>(&g_cstrm),
+          static_cast<psTargetList*>(&g_qstrm), static_cast<psTargetList*>(&g_ustrm)}) {
+        dropTargets(*stream);
+    }
+    g_cstrm.tableFlush();
+    g_qstrm.tableFlush();
+    renew(g_ostrm);
+    renew(g_istrm);
+    c_in.close();
+    c_in.file = stdin;
+    c_out.file = stdout;
+    drop(g_pParmList);
+    drop(pCmdLine);
+    drop(psSession::pCmdList);
+    g_sessionKeys = psSessionKeys();
+    g_tool = psTool();
+    psTool::m_priority = 0;
+    psTest::m_hot = 0;
+    psTest::m_pressing = false;
+    psTest::m_cache = false;
+    psTestList::m_startFunc = "";
+    psRunMode::nameMode = 0;
+    psRunMode::nameExit = false;
+    psSession::m_exitLevel = 0;
+    psSession::m_exePath = "";
+    psSession::m_defName = "";
+    psSession::m_inDir = "";
+    psSession::m_outDir = "";
+    psSetAlignByByte(false);
+    psSetVectorAlign(0);
+    psSetAlignSrc(true);
+    psSetVectorShift(512);
+    is_W_flagUsed = false;
+    psCpuTicker::m_freqMHz = 1000;
+}
+
+void checkEcho(std::string const& shown, std::string const& header, std::vector<Key> const& keys,
+               bool accepted) {
+    FUZZ_CHECK(shown.empty() || shown.back() == '\n', shown);
+    std::vector<std::string> const lines = linesOf(shown);
+    std::size_t i = 0;
+    while (i < lines.size() && startsWith(lines[i], "-- ")) { // of files
+        ++i;
+    }
+    if (!header.empty()) {
+        FUZZ_CHECK(i < lines.size() && lines[i] == header, shown);
+        ++i;
+    }
+    for (Key const& key : keys) {
+        std::string const start = std::string("-") + key.letter + key.arg + ": ";
+        FUZZ_CHECK(i < lines.size() && startsWith(lines[i], start), shown);
+        FUZZ_CHECK(lines[i].size() > start.size(), shown);
+        ++i;
+    }
+    while (i < lines.size() && startsWith(lines[i], "-- ")) { // of the ini file
+        ++i;
+    }
+    FUZZ_CHECK(i + (accepted ? 0 : 1) == lines.size(), shown);
+    FUZZ_CHECK(accepted || startsWith(lines[i], "FATAL ERROR: can't open "), shown);
+}

@@ -1,0 +1,186 @@
+// fuzz_words.cpp - the words of a command line, one a line; behind a line "%%" the answers that are
+// typed at the console. What the keys ask for is carried out up to the measuring.
+#include "fuzz_support.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <map>
+
+#include "psmemory/psmemory.h"
+#include "psstream/psistream.h"
+#include "pstest/psreport.h"
+
+namespace {
+
+constexpr std::size_t maxSize = 1 << 16;
+constexpr std::size_t maxWords = 200; // each may open a file that all the text goes to
+
+// What lies in the working directory.
+std::map<std::string, std::string> const presentFiles = {
+    {"r.rsp", "-LTRACE -d\"Accuracy=10\" -f+zol\n"},
+    {"d/r.rsp", "-@r.rsp -x"},
+    {"perf.cfg", "-L ERR -o\n-v"},
+    {"perf.ini", "[Perf System]\nMethod=Manual\nNumLoops=7\nLength=1; 3; 9\n[zolsSin_64fc_A53]\n"},
+};
+
+// The keys when each -@ of the words has given way to those of its file.
+std::vector<Key> expanded(std::vector<Key> const& keys) {
+    std::vector<Key> all;
+    for (Key const& key : keys) {
+        if (key.letter != '@') {
+            all.push_back(key);
+            continue;
+        }
+        std::string const path = psSession::getInPath(key.arg.c_str()).c_str();
+        auto const file = presentFiles.find(std::filesystem::path(path).lexically_normal());
+        if (file != presentFiles.end() && !key.arg.empty()) {
+            std::vector<Key> const inside = keysOfWords(wordsOfText(file->second));
+            all.insert(all.end(), inside.begin(), inside.end());
+        }
+    }
+    return all;
+}
+
+bool hasAny(std::vector<Key> const& keys, std::string_view letters) {
+    return std::any_of(keys.begin(), keys.end(), [&](Key const& key) {
+        return letters.find(key.letter) != std::string_view::npos;
+    });
+}
+
+// What the parsed keys have made of the session.
+void checkSession(psSession const& session, std::vector<Key> const& keys, std::string const& text) {
+    FUZZ_CHECK(session.m_batchMode == hasAny(keys, "B"), text);
+    FUZZ_CHECK((session.m_askMode == 0) == session.m_batchMode, text);
+    FUZZ_CHECK(session.m_askMode >= 0 && session.m_askMode <= psSession::askAll, text);
+    FUZZ_CHECK(session.m_levelMode > 0 && session.m_levelMode < 2 * MSG_DATA, text);
+    FUZZ_CHECK((session.m_enumMode <= 1) == hasAny(keys, "e"), text);
+    FUZZ_CHECK(session.m_iniName.empty() != hasAny(keys, "iI"), text);
+    FUZZ_CHECK(g_istrm.hasIniFile() == hasAny(keys, "iI"), text);
+    FUZZ_CHECK(g_ostrm.size() == 1 + std::count_if(keys.begin(), keys.end(),
+                                                   [](Key const& key) {
+                                                       return key.letter == 'o' ||
+                                                              key.letter == 'O';
+                                                   }),
+               text);
+    long const conditions = std::count_if(keys.begin(), keys.end(), [](Key const& key) {
+        bool const sign =
+            !key.arg.empty() && std::string_view("+-=").find(key.arg[0]) != std::string_view::npos;
+        return std::string_view("ftm").find(key.letter) != std::string_view::npos &&
+               key.arg.size() > (sign ? 1U : 0U);
+    });
+    FUZZ_CHECK(session.m_conditions->size() == conditions, text);
+}
+
+// Some texts do not come back from a line of the file as they went in, or mean something else when
+// they come from there: an empty one given by -d, blanks around it, a comment, a section's header.
+bool survivesFile(std::vector<Key> const& keys) {
+    for (Key const& key : keys) {
+        std::size_t const sign = key.arg.find('=');
+        if (key.letter == 'd' && sign != std::string::npos &&
+            key.arg.find_first_not_of(" \t\r=", sign) == std::string::npos) {
+            return false;
+        }
+    }
+    psValues const* const values = g_istrm.getIniFile()->getSectionValues("Perf System");
+    FUZZ_CHECK(values != nullptr, "");
+    for (psValueItem const* item : *values) {
+        std::string const value = item->value.c_str();
+        psString trimmed = item->value;
+        trimmed.trim();
+        if (!(trimmed == item->value) || value.find("//") != std::string::npos ||
+            value.find('[') != std::string::npos) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// The ini file that -I has written gives the same settings again.
+void checkIniGivesSame(std::string const& path, std::string const& settings,
+                       std::string const& text) {
+    FuzzSession again;
+    FUZZ_CHECK(again.parse({"-B", "-i" + path}), text + "\n" + again.takeShown());
+    again.session.readCommonData();
+    FUZZ_CHECK(again.settings() == settings,
+               text + "\n" + settings + "\n" + again.settings() + "\n" + Sandbox::content(path));
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
+    if (size > maxSize) {
+        return 0;
+    }
+    std::vector<std::string> words;
+    std::string typed;
+    bool typing = false;
+    for (std::string const& whole : linesOf({reinterpret_cast<char const*>(data), size})) {
+        std::string const line = whole.c_str(); // up to a zero byte, as a process gets it
+        if (typing) {
+            typed += line + "\n";
+        } else if (line == "%%") {
+            typing = true;
+        } else {
+            words.push_back(harmlessWord(line));
+        }
+    }
+    if (words.empty() || words.size() > maxWords) {
+        return 0;
+    }
+    std::string text;
+    for (std::string const& word : words) {
+        text += word + "\n";
+    }
+
+    Sandbox const sandbox;
+    for (auto const& [path, content] : presentFiles) {
+        Sandbox::put(path, content);
+    }
+    std::string settings;
+    std::string iniPath;
+    bool iniWritten = false;
+    {
+        FuzzSession fuzz(typed);
+        bool const accepted = fuzz.parse(words);
+        std::vector<Key> const keys = expanded(keysOfWords(words));
+        FUZZ_CHECK(keysOf(*psSession::pCmdList) == keys,
+                   text + shownKeys(keys) + "--\n" + shownKeys(keysOf(*psSession::pCmdList)));
+        checkEcho(fuzz.takeShown(), "Command line options: ", keys, accepted);
+        if (!hasAny(keys, "oOrRquUgI")) { // nothing asks for writing
+            for (auto const& [path, content] : presentFiles) {
+                FUZZ_CHECK(Sandbox::content(path) == content, text + path);
+            }
+        }
+        if (!accepted) {
+            return 0;
+        }
+        checkSession(fuzz.session, keys, text);
+        bool const helped = fuzz.session.hintOutput();
+        FUZZ_CHECK(helped == hasAny(keys, "hv?"), text);
+        std::string const help = fuzz.takeShown();
+        FUZZ_CHECK(helped == !help.empty() && (help.empty() || help.back() == '\n'), help);
+        g_ostrm << psReportList(*pTestList, *fuzz.session.m_conditions, fuzz.session.m_enumMode);
+        std::string const list = fuzz.takeShown();
+        FUZZ_CHECK(!list.empty() && list.back() == '\n', text + list);
+
+        fuzz.session.beginCommonData();
+        fuzz.session.readCommonData();
+        fuzz.session.endCommonData();
+        fuzz.session.putTableTitle();
+        FUZZ_CHECK(g_tool.m_method >= psTool::Auto && g_tool.m_method <= psTool::Best, text);
+        FUZZ_CHECK(g_tool.m_accuracy > 0.0, text);
+        FUZZ_CHECK(psGetVectorAlign() > -PS_ALIGN_DEF && psGetVectorAlign() < PS_ALIGN_DEF, text);
+        if (g_istrm.savesToIni()) {
+            g_istrm.getIniFile()->updateFile();
+            // No other file may have taken its name.
+            iniWritten = !hasAny(keys, "oOrRquUg") && survivesFile(keys);
+            iniPath = psSession::getInPath(fuzz.session.m_iniName).c_str();
+        }
+        settings = fuzz.settings();
+        fuzz.session.outputSignal();
+    }
+    if (iniWritten) {
+        checkIniGivesSame(iniPath, settings, text + "%%\n" + typed);
+    }
+    return 0;
+}
