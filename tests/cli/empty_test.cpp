@@ -5,8 +5,8 @@
 #include <gtest/gtest.h>
 
 TEST(EmptyProgram, RunsAllStepsWithTheReplacements) {
-    TempDir const dir;
-    Outcome const outcome = runShell(psEmpty() + " -B -l" + dir.path() + " -r -u -g -TSSE2 -N1");
+    TempDirectory const dir;
+    Outcome const outcome = runShell(psEmpty() + " -B -l" + dir.path + " -r -u -g -TSSE2 -N1");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.err, "");
     EXPECT_TRUE(contains(outcome.out, "-TSSE2: ignored: incorrect option key\n"));
@@ -15,7 +15,7 @@ TEST(EmptyProgram, RunsAllStepsWithTheReplacements) {
     EXPECT_TRUE(contains(outcome.out, "Norvo(R) Processor Identification"));
     EXPECT_FALSE(contains(outcome.out, "Feature Flags"));
     EXPECT_TRUE(contains(outcome.out, "| .Number of tests : 1 "));
-    EXPECT_TRUE(contains(readFile(dir.path("ps_empty.csv")), "function,Len/Size,Parm1,"));
-    EXPECT_TRUE(contains(readFile(dir.path("ps_empty_sum.csv")), "__psNorvoCpuTest,Information,"));
-    EXPECT_FALSE(readFile(dir.path("ps_empty.end")).empty());
+    EXPECT_TRUE(contains(readFile(dir.path + "ps_empty.csv"), "function,Len/Size,Parm1,"));
+    EXPECT_TRUE(contains(readFile(dir.path + "ps_empty_sum.csv"), "__psNorvoCpuTest,Information,"));
+    EXPECT_FALSE(readFile(dir.path + "ps_empty.end").empty());
 }

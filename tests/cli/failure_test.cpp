@@ -4,38 +4,38 @@
 #include <gtest/gtest.h>
 
 TEST(Failure, AnOutputFileThatCannotBeOpenedEndsTheRunAfterTheEcho) {
-    TempDir const dir;
-    Outcome const outcome = runShell(psZolvm() + " -B -r" + dir.path("no/where.csv") + " -g" +
-                                     dir.path("x.end") + " -h");
+    TempDirectory const dir;
+    Outcome const outcome =
+        runShell(psZolvm() + " -B -r" + dir.path + "no/where.csv -g" + dir.path + "x.end -h");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_TRUE(
-        contains(outcome.out, "-- Can't open file " + dir.path("no/where.csv") + " to write: \n"));
+        contains(outcome.out, "-- Can't open file " + dir.path + "no/where.csv to write: \n"));
     EXPECT_TRUE(contains(outcome.out, "-h: type short help and exit\n"));
     EXPECT_TRUE(contains(outcome.out, "FATAL ERROR: can't open output file for writing\n"));
     EXPECT_FALSE(contains(outcome.out, "QUICK HELP"));
-    EXPECT_FALSE(readFile(dir.path("x.end")).empty());
+    EXPECT_FALSE(readFile(dir.path + "x.end").empty());
 }
 
 TEST(Failure, ADirectoryIsNoIniFileAndStaysWhole) {
-    TempDir const dir;
-    writeFile(dir.path("kept"), "text");
-    Outcome const outcome = runShell(psZolvm() + " -B -I" + dir.path());
+    TempDirectory const dir;
+    writeFile(dir.path + "kept", "text");
+    Outcome const outcome = runShell(psZolvm() + " -B -I" + dir.path);
     EXPECT_TRUE(contains(outcome.out, "FATAL ERROR: can't open ini-file for writing\n"));
-    EXPECT_EQ(readFile(dir.path("kept")), "text");
+    EXPECT_EQ(readFile(dir.path + "kept"), "text");
 }
 
 TEST(Failure, AFullDiskAndAClosedPipeAreToldOnceAndTheRunGoesOn) {
-    TempDir const dir;
-    std::string const run = psZolvm() + " -B -f=zolsSqr_32f_A24 -LPERF -r" + dir.path("t.csv");
+    TempDirectory const dir;
+    std::string const run = psZolvm() + " -B -f=zolsSqr_32f_A24 -LPERF -r" + dir.path + "t.csv";
     Outcome const full = runShell(run + " -o/dev/full >/dev/full");
     EXPECT_EQ(full.status, 0);
     auto const told = lines(full.err);
     EXPECT_EQ(told.size(), 2U) << full.err;
-    EXPECT_TRUE(contains(readFile(dir.path("t.csv")), "Sqr,32f,A24,32768,"));
+    EXPECT_TRUE(contains(readFile(dir.path + "t.csv"), "Sqr,32f,A24,32768,"));
 
     Outcome const closed = runShell("( " + run + "; echo status $? >&2 ) | head -n 1");
     EXPECT_TRUE(contains(closed.err, "status 0")) << closed.err;
-    EXPECT_TRUE(contains(readFile(dir.path("t.csv")), "Sqr,32f,A24,32768,"));
+    EXPECT_TRUE(contains(readFile(dir.path + "t.csv"), "Sqr,32f,A24,32768,"));
 }
 
 TEST(Failure, ClosedStandardInputTakesTheDefaults) {

@@ -10,19 +10,19 @@ namespace {
 class FamilyRun : public testing::Test {
 protected:
     static void SetUpTestSuite() {
-        dir = new TempDir;
+        dir = new TempDirectory;
         outcome = new Outcome(
-            runShell(psZolvm() + " -B -fAbs -LPERF -l" + dir->path() + " -r -o -u -q -g"));
+            runShell(psZolvm() + " -B -fAbs -LPERF -l" + dir->path + " -r -o -u -q -g"));
     }
     static void TearDownTestSuite() {
         delete outcome;
         delete dir;
     }
-    static TempDir* dir;
+    static TempDirectory* dir;
     static Outcome* outcome;
 };
 
-TempDir* FamilyRun::dir = nullptr;
+TempDirectory* FamilyRun::dir = nullptr;
 Outcome* FamilyRun::outcome = nullptr;
 
 std::vector<std::string> const functions = {
@@ -32,7 +32,7 @@ std::vector<std::string> const functions = {
 } // namespace
 
 TEST_F(FamilyRun, TableHoldsEveryFunctionAtEveryLengthInOrder) {
-    auto const table = lines(readFile(dir->path("ps_zolvm.csv")));
+    auto const table = lines(readFile(dir->path + "ps_zolvm.csv"));
     std::string const title = "funcBase,funcDataType,funcDescriptor,Len/Size,Parm1,Parm2,Parm3,"
                               "Parm4,Parm5,Parm6,scaleFactor,Comment,Clocks,per,Time (usec),MFlops";
     auto const begin = std::find(table.begin(), table.end(), title);
@@ -62,7 +62,7 @@ TEST_F(FamilyRun, TableHoldsEveryFunctionAtEveryLengthInOrder) {
 }
 
 TEST_F(FamilyRun, SummaryHasARowForEachTestAndSumsThatFit) {
-    auto const summary = lines(readFile(dir->path("ps_zolvm_sum.csv")));
+    auto const summary = lines(readFile(dir->path + "ps_zolvm_sum.csv"));
     std::string const header = "Function,Class,Control87,Status87,ControlSSX,StatusSSX,Test,"
                                "Time (sec.),SrcName,Result,ExeName";
     auto const begin = std::find(summary.begin(), summary.end(), header);
@@ -89,7 +89,7 @@ TEST_F(FamilyRun, TextFileIsTheConsoleWithoutWhatPassesItBy) {
     std::string const direct = "Sorting functions...\n";
     size_t const where = console.find(direct);
     ASSERT_NE(where, std::string::npos);
-    std::string const copy = readFile(dir->path("ps_zolvm.txt"));
+    std::string const copy = readFile(dir->path + "ps_zolvm.txt");
     // The copy begins when its key is applied, with the echo, which is written at the end.
     console.erase(where, direct.size());
     size_t const echo = console.find("Command line options: ");
@@ -112,10 +112,10 @@ TEST_F(FamilyRun, FramesAreSeventyNineColumnsWide) {
 }
 
 TEST_F(FamilyRun, NamesAndSignalFile) {
-    auto const names = readFile(dir->path("ps_zolvm_name.csv"));
+    auto const names = readFile(dir->path + "ps_zolvm_name.csv");
     EXPECT_TRUE(contains(names, "Abs,32f,A24,"));
     EXPECT_TRUE(contains(names, ",parmNames,"));
-    auto const signal = lines(readFile(dir->path("ps_zolvm.end")));
+    auto const signal = lines(readFile(dir->path + "ps_zolvm.end"));
     ASSERT_EQ(signal.size(), 3U);
     EXPECT_TRUE(std::regex_match(signal[0], std::regex(R"(\d\d:\d\d:\d\d)")));
     EXPECT_EQ(signal[2], "");

@@ -73,8 +73,8 @@ class ManualExample : public testing::TestWithParam<Example> {};
 
 TEST_P(ManualExample, PrintsWhatTheManualShows) {
     ASSERT_FALSE(GetParam().result.empty());
-    TempDir const dir;
-    Outcome const outcome = runShell("cd " + dir.path() + " && PATH=$(dirname " + psZolvm() +
+    TempDirectory const dir;
+    Outcome const outcome = runShell("cd " + dir.path + " && PATH=$(dirname " + psZolvm() +
                                      "):$PATH && set -e\n" + GetParam().commands);
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.err, "");

@@ -14,13 +14,13 @@ std::string const program = "'" PS_FAULTS "'";
 // Runs the named tests and zGood behind them, with table and summary.
 struct FaultRun {
     explicit FaultRun(std::string const& tests, std::string const& keys = "") {
-        std::string command = program + " -B -dMethod=Manual -l" + dir.path() + " -r -u " + keys;
+        std::string command = program + " -B -dMethod=Manual -l" + dir.path + " -r -u " + keys;
         for (std::string const& test : {tests, std::string("zGood")}) {
             command += " -f" + test;
         }
         outcome = runShell(command);
-        table = readFile(dir.path("ps_faults.csv"));
-        summary = readFile(dir.path("ps_faults_sum.csv"));
+        table = readFile(dir.path + "ps_faults.csv");
+        summary = readFile(dir.path + "ps_faults_sum.csv");
     }
     // The summary row's result word of a test.
     std::string word(std::string const& test) const {
@@ -39,7 +39,7 @@ struct FaultRun {
         }
         return count;
     }
-    TempDir dir;
+    TempDirectory dir;
     Outcome outcome;
     std::string table;
     std::string summary;
@@ -104,25 +104,26 @@ TEST(Fault, FlagsFailuresAndWritesBeyondTheVector) {
 
 TEST(Fault, AKilledRunLeavesAllCompletedLinesWhole) {
     for (int const signal : {SIGKILL, SIGTERM}) {
-        TempDir const dir;
-        std::string const keys = " -B -LPERF -dMethod=Manual -dNumLoops=1 -fkSlow -l" + dir.path();
+        TempDirectory const dir;
+        std::string const keys = " -B -LPERF -dMethod=Manual -dNumLoops=1 -fkSlow -l" + dir.path;
         std::thread killer([&] {
             // The table shows when the run is in the middle of its work.
             for (int i = 0; i < 2000; ++i) {
-                if (lines(readFile(dir.path("ps_faults.csv"))).size() > 12) {
+                if (lines(readFile(dir.path + "ps_faults.csv")).size() > 12) {
                     break;
                 }
                 std::this_thread::sleep_for(std::chrono::milliseconds(10));
             }
-            runShell("kill -" + std::to_string(signal) + " $(cat " + dir.path("pid") + ")");
+            runShell("kill -" + std::to_string(signal) + " $(cat " + dir.path + "pid)");
         });
-        Outcome const outcome = runShell("sh -c 'echo $$ >" + dir.path("pid") +
-                                         "; exec \"$0\" \"$@\"' " + program + keys + " -r -o -u");
+        Outcome const outcome =
+            runShell("sh -c 'echo $$ >" + dir.path + "pid; exec \"$0\" \"$@\"' " + program + keys +
+                     " -r -o -u");
         killer.join();
         EXPECT_EQ(outcome.status, 128 + signal);
-        std::string const table = readFile(dir.path("ps_faults.csv"));
+        std::string const table = readFile(dir.path + "ps_faults.csv");
         expectWholeLines(table);
         EXPECT_GT(lines(table).size(), 12U);
-        expectWholeLines(readFile(dir.path("ps_faults.txt")));
+        expectWholeLines(readFile(dir.path + "ps_faults.txt"));
     }
 }

@@ -1,31 +1,22 @@
 // timregister_test.cpp - the 392 tests that the families' modules register.
 #include <dlfcn.h>
 
+#include <map>
 #include <set>
 #include <string>
+#include <typeindex>
 
 #include "ps/psregister.h"
 #include "timing/timfixture.h"
 #include "vts/vtspowx.h"
 #include "zo/zoenvironment.h"
 
-namespace {
-
 using TimRegister = TimFixture;
-
-template <typename Test>
-int countOf() {
-    int count = 0;
-    for (psTest* const test : *pTestList) {
-        count += dynamic_cast<Test*>(test) != nullptr ? 1 : 0;
-    }
-    return count;
-}
-
-} // namespace
 
 TEST_F(TimRegister, EachTestFindsTheRowOfItsFunction) {
     std::set<std::string> names;
+    std::map<std::type_index, int> types;
+    std::string sines; // a family: real first, by accuracy
     for (psTest* const test : *pTestList) {
         std::string const name = test->m_funcName.c_str();
         SCOPED_TRACE(name);
@@ -39,34 +30,20 @@ TEST_F(TimRegister, EachTestFindsTheRowOfItsFunction) {
         EXPECT_STREQ(test->m_fileName.c_str(), "timing");
         EXPECT_NE(test->m_funcOld, nullptr);
         EXPECT_TRUE(names.insert(name).second);
+        ++types[typeid(*test)];
+        sines += name.find("zolsSin_") == 0 ? name.substr(8) + " " : "";
     }
     EXPECT_EQ(names.size(), 392U);
-}
-
-TEST_F(TimRegister, TypesOfTheTests) {
-    EXPECT_EQ(countOf<TimReal32>(), 121);
-    EXPECT_EQ(countOf<TimReal64>(), 121);
-    EXPECT_EQ(countOf<TimRealToComplex32>(), 3);
-    EXPECT_EQ(countOf<TimRealToComplex64>(), 3);
-    EXPECT_EQ(countOf<TimComplexToReal32>(), 6);
-    EXPECT_EQ(countOf<TimComplexToReal64>(), 6);
-    EXPECT_EQ(countOf<TimComplex32>(), 66);
-    EXPECT_EQ(countOf<TimComplex64>(), 66);
-}
-
-TEST_F(TimRegister, AFamilyIsRegisteredRealFirstAndByAccuracy) {
-    std::string sines;
-    for (psTest* const test : *pTestList) {
-        std::string const name = test->m_funcName.c_str();
-        if (name.find("zolsSin_") == 0) {
-            sines += name.substr(8) + " ";
-        }
-    }
+    EXPECT_EQ(types, (std::map<std::type_index, int>{{typeid(TimReal32), 121},
+                                                     {typeid(TimReal64), 121},
+                                                     {typeid(TimRealToComplex32), 3},
+                                                     {typeid(TimRealToComplex64), 3},
+                                                     {typeid(TimComplexToReal32), 6},
+                                                     {typeid(TimComplexToReal64), 6},
+                                                     {typeid(TimComplex32), 66},
+                                                     {typeid(TimComplex64), 66}}));
     EXPECT_EQ(sines, "32f_A11 32f_A21 32f_A24 64f_A26 64f_A50 64f_A53 "
                      "32fc_A11 32fc_A21 32fc_A24 64fc_A26 64fc_A50 64fc_A53 ");
-}
-
-TEST_F(TimRegister, TheLibraryIsRegistered) {
     EXPECT_EQ(zolEnvironment, zoSetZolEnvironment);
     ASSERT_NE(zolVersionList, nullptr);
     EXPECT_EQ(*zolVersionList->begin(), zoGetZolVersion_zolvm);

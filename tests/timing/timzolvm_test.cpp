@@ -9,14 +9,12 @@
 
 namespace {
 
-class TimZolVMTest : public TimFixture {
-protected:
-    template <typename T>
-    static std::vector<T> firstSources(void* source) {
-        auto const* const values = static_cast<T const*>(source);
-        return {values, values + timLastLength};
-    }
-};
+using TimZolVMTest = TimFixture;
+
+std::vector<float> firstSources() {
+    auto const* const values = static_cast<float const*>(pSrc);
+    return {values, values + timLastLength};
+}
 
 } // namespace
 
@@ -54,31 +52,28 @@ TEST_F(TimZolVMTest, SourcesAreDrawnFromThePool) {
     EXPECT_EQ(defData.n, 2002);
     // The generator starts with 1, fills both pools, and then picks from the first 1000 values.
     MCG31m1Init(1);
-    std::vector<double> pool1(2002);
-    std::vector<double> pool2(2002);
-    vtsdFillInterval(pool1.data(), 2002, -10000.0, 10000.0);
-    vtsdFillInterval(pool2.data(), 2002, -10000.0, 10000.0);
-    auto const draw = [] { return static_cast<size_t>(1000 * (iBrngMCG31m1() / 2147483647.0)); };
-    auto const sources1 = firstSources<double>(pSrc);
-    auto const sources2 = firstSources<double>(pSrc2);
-    for (size_t index = 0; index < sources1.size(); ++index) {
-        size_t const i = draw();
-        size_t const j = draw();
-        ASSERT_EQ(sources1[index], pool1[i]) << index;
-        ASSERT_EQ(sources2[index], pool2[j]) << index;
+    std::vector<double> pools[2];
+    for (std::vector<double>& pool : pools) {
+        pool.resize(2002);
+        vtsdFillInterval(pool.data(), 2002, -10000.0, 10000.0);
+    }
+    auto const draw = [] { return static_cast<size_t>(1000 * vtsDraw()); };
+    for (int index = 0; index < timLastLength; ++index) {
+        ASSERT_EQ(static_cast<double*>(pSrc)[index], pools[0][draw()]) << index;
+        ASSERT_EQ(static_cast<double*>(pSrc2)[index], pools[1][draw()]) << index;
     }
 }
 
 TEST_F(TimZolVMTest, EqualIntervalsGiveEqualSources) {
     auto sine = make<TimReal32>("sSin_LA");
     ASSERT_TRUE(sine.canStart()); // n was 1001 before this and is 2002 from now on
-    auto const first = firstSources<float>(pSrc);
+    auto const first = firstSources();
     sine.flushStart();
     ASSERT_TRUE(sine.canStart());
-    EXPECT_EQ(firstSources<float>(pSrc), first);
+    EXPECT_EQ(firstSources(), first);
     auto cosine = make<TimReal32>("sCos_LA");
     ASSERT_TRUE(cosine.canStart()); // without the flush, as after a signal
-    EXPECT_EQ(firstSources<float>(pSrc), first);
+    EXPECT_EQ(firstSources(), first);
 }
 
 TEST_F(TimZolVMTest, ComplexSourcesHaveBothHalves) {
@@ -115,17 +110,13 @@ TEST_F(TimZolVMTest, VectorsHaveTheirSizesAndGo) {
     }
 }
 
-TEST_F(TimZolVMTest, NoRowNoStart) {
+TEST_F(TimZolVMTest, NoStartWithoutRowOrFunction) {
     auto test = make<TimReal32>("sNope_HA");
     EXPECT_FALSE(test.canStart());
-    EXPECT_EQ(console(), "Cannot find inc file for function: sNope_HA");
     EXPECT_EQ(pSrcO, nullptr);
     test.flushStart(); // follows all the same
-}
-
-TEST_F(TimZolVMTest, FunctionMissingInTheLibraryIsTold) {
-    auto test = make<TimReal32>("sSin_HA");
     defFunc[vtsFindFunc("sSin_HA")].func = nullptr;
-    EXPECT_FALSE(test.canStart());
-    EXPECT_EQ(console(), "-- Function zolsTest_32f is missing in the library\n");
+    EXPECT_FALSE(make<TimReal32>("sSin_HA").canStart());
+    EXPECT_EQ(console(), "Cannot find inc file for function: sNope_HA"
+                         "-- Function zolsTest_32f is missing in the library\n");
 }

@@ -37,14 +37,16 @@ protected:
     }
 
     // Row 0 with another block.
-    static void setBlock(char const* text) {
-        defFunc[0].text = text;
+    void setBlock(std::string const& text) {
+        block = text;
+        defFunc[0].text = block.c_str();
         vtsBeginFillData(0);
     }
 
     static inline std::string printed; // stream, colon and text of all that was printed
 
 private:
+    std::string block;
     vtsFuncRow rows[vtsNumFuncs];
     vtsFlavour flavours[vtsNumFlavours];
 };

@@ -1,6 +1,10 @@
 // vtslines_test.cpp - the block reader and the parts of its lines.
 #include "vts/vtslines.h"
 
+#include <string>
+#include <tuple>
+#include <vector>
+
 #include "vtsfixture.h"
 
 using VtsLines = VtsFixture;
@@ -25,60 +29,46 @@ TEST_F(VtsLines, ReaderGivesLinesPiecesAndTheRest) {
     EXPECT_EQ(GetMetrixLine(0, line, 8), -1);
 }
 
-TEST_F(VtsLines, MetrixOfARowIsFreed) {
-    defFunc[3].metrix = static_cast<char*>(malloc(8));
-    vtsClearMetrixes();
-    EXPECT_EQ(defFunc[3].metrix, nullptr);
-}
-
 TEST_F(VtsLines, NameSectionAndSource) {
-    char text[vtsLineSize];
-    vtsGetValuesName("  Work2= [ 1 ; 2 ]", text);
-    EXPECT_STREQ(text, "Work2");
-    vtsGetValuesName("\n = 1", text);
-    EXPECT_STREQ(text, "");
-    vtsGetValuesType("Special:  x = y", text);
-    EXPECT_STREQ(text, "Special");
-    vtsGetValuesType(" Normal :", text);
-    EXPECT_STREQ(text, "Normal");
-    vtsGetValuesData("A = PINF -> PINF * 0.1", text);
-    EXPECT_STREQ(text, " PINF ");
-    vtsGetValuesData("A = 1 * 0.1 -> 2", text);
-    EXPECT_STREQ(text, " 1 ");
-    vtsGetValuesData("A", text);
-    EXPECT_STREQ(text, "");
-    vtsGetImaginaryValues("A = [ 1 ; 2 ] # [ 3 ; 4 ] # 5", text);
-    EXPECT_STREQ(text, "=  [ 3 ; 4 ] # 5");
-    vtsGetImaginaryValues("A = 1", text);
-    EXPECT_STREQ(text, "A = 1");
+    std::vector<std::tuple<void (*)(char const*, char*), char const*, char const*>> const cases = {
+        {vtsGetValuesName, "  Work2= [ 1 ; 2 ]", "Work2"},
+        {vtsGetValuesName, "\n = 1", ""},
+        {vtsGetValuesType, "Special:  x = y", "Special"},
+        {vtsGetValuesType, " Normal :", "Normal"},
+        {vtsGetValuesData, "A = PINF -> PINF * 0.1", " PINF "},
+        {vtsGetValuesData, "A = 1 * 0.1 -> 2", " 1 "},
+        {vtsGetValuesData, "A", ""},
+        {vtsGetImaginaryValues, "A = [ 1 ; 2 ] # [ 3 ; 4 ] # 5", "=  [ 3 ; 4 ] # 5"},
+        {vtsGetImaginaryValues, "A = 1", "A = 1"}};
+    for (auto const& [part, line, wanted] : cases) {
+        char text[vtsLineSize];
+        part(line, text);
+        EXPECT_STREQ(text, wanted) << line;
+    }
 }
 
 TEST_F(VtsLines, AssignKind) {
-    struct {
-        char const* line;
-        int kind;
-    } const cases[] = {{"Work = [ 0.0001 ; 10000.0 ] * 2.0", 1},
-                       {"Int81_fd = 0x41153ef879f0f3e3 & 0x409a840000000000 * 0.1", 2},
-                       {"A = -1", 2},
-                       {"A =\tPINF -> PINF", 3},
-                       {"A = { 1 }", 4},
-                       {"A = ./file", 5},
-                       {"dSinhPerf = for X from -700.0 to 700.0 num 400", 6},
-                       {"A", -1},
-                       {"A =  \t", -1},
-                       {"for X from 1 to 2", -1}};
+    std::vector<std::tuple<char const*, int>> const cases = {
+        {"Work = [ 0.0001 ; 10000.0 ] * 2.0", 1},
+        {"Int81_fd = 0x41153ef879f0f3e3 & 0x409a840000000000 * 0.1", 2},
+        {"A = -1", 2},
+        {"A =\tPINF -> PINF", 3},
+        {"A = { 1 }", 4},
+        {"A = ./file", 5},
+        {"dSinhPerf = for X from -700.0 to 700.0 num 400", 6},
+        {"A", -1},
+        {"A =  \t", -1},
+        {"for X from 1 to 2", -1}};
     for (auto const& [line, kind] : cases) {
         EXPECT_EQ(vtsGetValuesAssignType(line), kind) << line;
     }
 }
 
 TEST_F(VtsLines, Weight) {
-    struct {
-        char const* line;
-        float weight;
-    } const cases[] = {{"A = 1 * 0.25", 0.25F}, {"A = 1 *2.0", 2.0F},   {"A = 1", 1.0F},
-                       {"A = 1 * 0", 1.0F},     {"A = 1 * -2", 1.0F},   {"A = 1 * 1000", 1000.0F},
-                       {"A = 1 * 1001", 1.0F},  {"A = 1 * many", 1.0F}, {"A = 1 * nan", 1.0F}};
+    std::vector<std::tuple<char const*, float>> const cases = {
+        {"A = 1 * 0.25", 0.25F}, {"A = 1 *2.0", 2.0F},   {"A = 1", 1.0F},
+        {"A = 1 * 0", 1.0F},     {"A = 1 * -2", 1.0F},   {"A = 1 * 1000", 1000.0F},
+        {"A = 1 * 1001", 1.0F},  {"A = 1 * many", 1.0F}, {"A = 1 * nan", 1.0F}};
     for (auto const& [line, weight] : cases) {
         EXPECT_EQ(vtsGetValuesDetails(line), weight) << line;
     }

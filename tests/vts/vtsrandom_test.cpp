@@ -24,9 +24,6 @@ TEST_F(VtsRandom, UniformFills) {
     EXPECT_EQ(singles[2], 9.0F);
     double doubles[2];
     MCG31m1Init(1);
-    vtsdFillInterval(doubles, 2, 0.5, 0.5);
-    EXPECT_EQ(doubles[1], 0.5);
-    MCG31m1Init(1);
     vtsUniformDouble(doubles, 2, -1.0, 1.0);
     EXPECT_EQ(doubles[1], -1.0 + 2.0 * second);
     // The span is a single: 1 - 2^-24 to 2^25 has another one in double.
@@ -35,24 +32,6 @@ TEST_F(VtsRandom, UniformFills) {
     EXPECT_EQ(
         singles[1],
         static_cast<float>(0.99999994F + static_cast<double>(33554432.0F - 0.99999994F) * second));
-}
-
-TEST_F(VtsRandom, HalvesOfComplexElements) {
-    float singles[4] = {9, 9, 9, 9};
-    MCG31m1Init(1);
-    vtscFillInterval(singles, 2, 1.0F, 1.0F, 1);
-    EXPECT_EQ(singles[0], 1.0F);
-    EXPECT_EQ(singles[1], 9.0F);
-    vtscFillFixed(singles, 2, 0x40000000, 2);
-    EXPECT_EQ(singles[2], 1.0F);
-    EXPECT_EQ(singles[3], 2.0F);
-    double doubles[4] = {9, 9, 9, 9};
-    vtszFillInterval(doubles, 1, 5.0, 5.0, 2);
-    vtszFillFixed(doubles, 2, 0x3ff0000000000000, 1);
-    EXPECT_EQ(doubles[0], 1.0);
-    EXPECT_EQ(doubles[1], 5.0);
-    EXPECT_EQ(doubles[2], 1.0);
-    EXPECT_EQ(doubles[3], 9.0);
 }
 
 TEST_F(VtsRandom, TheUniformFloatMapIsOfItsOwn) {

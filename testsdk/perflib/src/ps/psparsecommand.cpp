@@ -48,6 +48,10 @@ bool readFirstLine(psString const& path, psString& line) {
     }
     char text[1024] = {};
     line = std::fgets(text, sizeof text, in.file) != nullptr ? text : "";
+    // An open quote at the end of the line would take the newline into its argument.
+    if (!line.empty() && line[line.size() - 1] == '\n') {
+        line.resize(line.size() - 1, ' ');
+    }
     return true;
 }
 
