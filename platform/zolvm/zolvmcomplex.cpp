@@ -18,36 +18,37 @@ struct Plain {
     static constexpr double safe = 0.5;
 };
 
-// Arguments whose squares and products with each other neither overflow nor vanish. Zeros stay
-// out: on the branch cuts their signs decide.
+// Flags are negative unless squares and products of the parts neither overflow nor vanish. Zeros
+// are strange: on the branch cuts their signs decide.
 template <class R>
-ZOLVM_INLINE bool bothInBand(Complex<R> z) {
+ZOLVM_INLINE BitsOf<R> partsOff(Complex<R> z) {
     constexpr R least = bound<R>(0x1p-40, 0x1p-250);
     constexpr R most = bound<R>(0x1p40, 0x1p250);
-    return all<R>(inBand(z.re, least, most), inBand(z.im, least, most));
+    return offBand(z.re, least, most) | offBand(z.im, least, most);
 }
 // The same for functions that don't mind a zero part.
 template <class R>
-ZOLVM_INLINE bool sizeInBand(Complex<R> z) {
-    R const most = larger(vec_fabs(z.re), vec_fabs(z.im));
-    return all<R>(most >= bound<R>(0x1p-40, 0x1p-250), most <= bound<R>(0x1p40, 0x1p250),
-                  z.re == z.re, z.im == z.im);
+ZOLVM_INLINE BitsOf<R> sizeOff(Complex<R> z) {
+    constexpr R most = bound<R>(0x1p40, 0x1p250);
+    R const size = larger(vec_fabs(z.re), vec_fabs(z.im));
+    return offBand(z.re, R(0), most) | offBand(z.im, R(0), most) |
+           offRange(size, bound<R>(0x1p-40, 0x1p-250), most);
 }
 template <class R>
-ZOLVM_INLINE bool anglesInBand(R angle, R hyperbolic, R most) {
+ZOLVM_INLINE BitsOf<R> anglesOff(R angle, R hyperbolic, R most) {
     constexpr R least = bound<R>(0x1p-100, 0x1p-500);
-    return all<R>(inBand(angle, least, bound<R>(16384.0, trigonometricLimit)),
-                  inBand(hyperbolic, least, most));
+    return offBand(angle, least, bound<R>(16384.0, trigonometricLimit)) |
+           offBand(hyperbolic, least, most);
 }
 
 // A family of one argument: its value for Complex<R> z by kind K.
-#define ZOLVM_COMPLEX1(family, slow, statusRules, condition, ...)                                  \
+#define ZOLVM_COMPLEX1(family, slow, statusRules, strangeFlags, ...)                               \
     struct family : Plain {                                                                        \
         static constexpr Scalar1 scalar = slow;                                                    \
         static constexpr unsigned rules = statusRules;                                             \
-        template <class R>                                                                         \
-        ZOLVM_INLINE static bool ordinary(Complex<R> z) {                                          \
-            return condition;                                                                      \
+        template <Kind, class R>                                                                   \
+        ZOLVM_INLINE static BitsOf<R> strange(Complex<R> z) {                                      \
+            return strangeFlags;                                                                   \
         }                                                                                          \
         template <Kind K, class R>                                                                 \
         ZOLVM_INLINE static Complex<R> at(Complex<R> z) __VA_ARGS__                                \
@@ -72,13 +73,13 @@ ZOLVM_INLINE Complex<R> sqrtOf(Complex<R> z) {
     bool const left = z.re < 0;
     return {left ? across : along, vec_copysign(left ? along : across, z.im)};
 }
-ZOLVM_COMPLEX1(Sqrt, scalar::sqrt, zolvm::ruleNone, sizeInBand(z), { return sqrtOf<K>(z); })
+ZOLVM_COMPLEX1(Sqrt, scalar::sqrt, zolvm::ruleNone, sizeOff(z), { return sqrtOf<K>(z); })
 
 struct Abs : Plain {
     static constexpr double (*scalar)(Zol64fc) = scalar::abs;
-    template <class R>
-    ZOLVM_INLINE static bool ordinary(Complex<R> z) {
-        return sizeInBand(z);
+    template <Kind, class R>
+    ZOLVM_INLINE static BitsOf<R> strange(Complex<R> z) {
+        return sizeOff(z);
     }
     template <Kind K, class R>
     ZOLVM_INLINE static R at(Complex<R> z) {
@@ -88,9 +89,9 @@ struct Abs : Plain {
 
 struct Arg : Plain {
     static constexpr double (*scalar)(Zol64fc) = scalar::arg;
-    template <class R>
-    ZOLVM_INLINE static bool ordinary(Complex<R> z) {
-        return bothInBand(z);
+    template <Kind, class R>
+    ZOLVM_INLINE static BitsOf<R> strange(Complex<R> z) {
+        return partsOff(z);
     }
     template <Kind K, class R>
     ZOLVM_INLINE static R at(Complex<R> z) {
@@ -100,14 +101,16 @@ struct Arg : Plain {
 
 struct Mul : Plain {
     static constexpr Scalar2 scalar = scalar::mul;
-    template <class R>
-    ZOLVM_INLINE static bool ordinary(Complex<R>, Complex<R>) {
-        return true;
+    static constexpr bool takesAny = true;
+    template <Kind, class R>
+    ZOLVM_INLINE static BitsOf<R> strange(Complex<R>, Complex<R>) {
+        return 0;
     }
     // Infinite operands may come out as two NaNs; the C standard wants an infinity there.
     template <class R>
-    ZOLVM_INLINE static bool good(Complex<R> result) {
-        return !all<R>(result.re != result.re, result.im != result.im);
+    ZOLVM_INLINE static BitsOf<R> spoilt(Complex<R> result) {
+        constexpr R infinite = R(__builtin_inf());
+        return offBand(result.re, R(0), infinite) & offBand(result.im, R(0), infinite);
     }
     template <Kind, class R>
     ZOLVM_INLINE static Complex<R> at(Complex<R> z, Complex<R> w) {
@@ -125,9 +128,9 @@ struct MulByConj : Mul {
 struct Div : Plain {
     static constexpr Scalar2 scalar = scalar::div;
     static constexpr unsigned rules = zolvm::rulePoleByZero;
-    template <class R>
-    ZOLVM_INLINE static bool ordinary(Complex<R> z, Complex<R> w) {
-        return all<R>(sizeInBand(w), sizeInBand(z));
+    template <Kind, class R>
+    ZOLVM_INLINE static BitsOf<R> strange(Complex<R> z, Complex<R> w) {
+        return sizeOff(w) | sizeOff(z);
     }
     template <Kind, class R>
     ZOLVM_INLINE static Complex<R> at(Complex<R> z, Complex<R> w) {
@@ -139,8 +142,9 @@ struct Div : Plain {
 // ---- Exponential and trigonometric functions
 
 ZOLVM_COMPLEX1(Exp, scalar::exp, zolvm::ruleNone,
-               all<R>(vec_fabs(z.re) <= bound<R>(80.0, 700.0),
-                      vec_fabs(z.im) <= bound<R>(16384.0, trigonometricLimit)),
+               offBand(z.re, R(0), bound<R>(80.0, 700.0)) |
+                   offBand(z.im, bound<R>(0x1p-100, 0x1p-500),
+                           bound<R>(16384.0, trigonometricLimit)),
                {
                    R const size = expOf<K>(z.re);
                    Two<R> const angle = sinCosOf<K>(z.im);
@@ -149,9 +153,9 @@ ZOLVM_COMPLEX1(Exp, scalar::exp, zolvm::ruleNone,
 
 struct CIS : Plain {
     static constexpr Zol64fc (*scalar)(double) = scalar::cis;
-    template <class R>
-    ZOLVM_INLINE static bool ordinary(R x) {
-        return inBand(x, bound<R>(0x1p-100, 0x1p-500), bound<R>(16384.0, trigonometricLimit));
+    template <Kind, class R>
+    ZOLVM_INLINE static BitsOf<R> strange(R x) {
+        return offBand(x, bound<R>(0x1p-100, 0x1p-500), bound<R>(16384.0, trigonometricLimit));
     }
     template <Kind K, class R>
     ZOLVM_INLINE static Complex<R> at(R x) {
@@ -195,21 +199,21 @@ constexpr R hyperbolicMost = bound<R>(80.0, 700.0);
 template <class R>
 constexpr R squareMost = bound<R>(40.0, 340.0); // where sinh may still be squared
 
-ZOLVM_COMPLEX1(Sin, scalar::sin, zolvm::ruleNone, anglesInBand(z.re, z.im, hyperbolicMost<R>),
+ZOLVM_COMPLEX1(Sin, scalar::sin, zolvm::ruleNone, anglesOff(z.re, z.im, hyperbolicMost<R>),
                { return sinOf2<K>(z.re, z.im); })
-ZOLVM_COMPLEX1(Cos, scalar::cos, zolvm::ruleNone, anglesInBand(z.re, z.im, hyperbolicMost<R>),
+ZOLVM_COMPLEX1(Cos, scalar::cos, zolvm::ruleNone, anglesOff(z.re, z.im, hyperbolicMost<R>),
                { return cosOf2<K>(z.re, z.im); })
-ZOLVM_COMPLEX1(Tan, scalar::tan, zolvm::ruleNone, anglesInBand(z.re, z.im, squareMost<R>),
+ZOLVM_COMPLEX1(Tan, scalar::tan, zolvm::ruleNone, anglesOff(z.re, z.im, squareMost<R>),
                { return tanOf2<K>(z.re, z.im); })
-ZOLVM_COMPLEX1(Sinh, scalar::sinh, zolvm::ruleNone, anglesInBand(z.im, z.re, hyperbolicMost<R>), {
+ZOLVM_COMPLEX1(Sinh, scalar::sinh, zolvm::ruleNone, anglesOff(z.im, z.re, hyperbolicMost<R>), {
     Complex<R> const turned = sinOf2<K>(z.im, z.re);
     return {turned.im, turned.re};
 })
-ZOLVM_COMPLEX1(Cosh, scalar::cosh, zolvm::ruleNone, anglesInBand(z.im, z.re, hyperbolicMost<R>), {
+ZOLVM_COMPLEX1(Cosh, scalar::cosh, zolvm::ruleNone, anglesOff(z.im, z.re, hyperbolicMost<R>), {
     Complex<R> const turned = cosOf2<K>(z.im, z.re);
     return {turned.re, -turned.im};
 })
-ZOLVM_COMPLEX1(Tanh, scalar::tanh, zolvm::ruleNone, anglesInBand(z.im, z.re, squareMost<R>), {
+ZOLVM_COMPLEX1(Tanh, scalar::tanh, zolvm::ruleNone, anglesOff(z.im, z.re, squareMost<R>), {
     Complex<R> const turned = tanOf2<K>(z.im, z.re);
     return {turned.im, turned.re};
 })
@@ -238,8 +242,8 @@ ZOLVM_INLINE Complex<R> lnOf2(Complex<R> z) {
         return {0.5 * (vec_log(square.hi) + square.lo / square.hi), vec_atan2(z.im, z.re)};
     }
 }
-ZOLVM_COMPLEX1(Ln, scalar::ln, zolvm::rulePole, bothInBand(z), { return lnOf2<K>(z); })
-ZOLVM_COMPLEX1(Log10, scalar::log10, zolvm::rulePole, bothInBand(z), {
+ZOLVM_COMPLEX1(Ln, scalar::ln, zolvm::rulePole, partsOff(z), { return lnOf2<K>(z); })
+ZOLVM_COMPLEX1(Log10, scalar::log10, zolvm::rulePole, partsOff(z), {
     Complex<R> const log = lnOf2<K>(z);
     return {log.re * R(log10E.hi), log.im * R(log10E.hi)};
 })
@@ -249,41 +253,47 @@ struct Pow : Plain {
     // Of e; the root of the power is taken and squared, so that no part of it leaves the range
     // before the result does.
     static constexpr double mostExponent = 1400;
-    template <class R>
-    ZOLVM_INLINE static bool ordinary(Complex<R> z, Complex<R> w) {
-        return all<R>(bothInBand(z), vec_fabs(w.re) <= bound<R>(0x1p40, 0x1p100),
-                      vec_fabs(w.im) <= bound<R>(0x1p40, 0x1p100));
+    template <Kind, class R>
+    ZOLVM_INLINE static BitsOf<R> strange(Complex<R> z, Complex<R> w) {
+        constexpr R most = bound<R>(0x1p40, 0x1p100);
+        return partsOff(z) | offBand(w.re, R(0), most) | offBand(w.im, R(0), most);
     }
     template <class R>
-    ZOLVM_INLINE static bool good(Complex<R> result) {
-        R const most = larger(vec_fabs(result.re), vec_fabs(result.im));
-        return all<R>(most >= minNormal<R>, most <= maxFinite<R>);
+    ZOLVM_INLINE static BitsOf<R> spoilt(Complex<R> result) {
+        R const size = larger(vec_fabs(result.re), vec_fabs(result.im));
+        return offRange(size, minNormal<R>, maxFinite<R>);
     }
     template <Kind K, class R>
     ZOLVM_INLINE static Complex<R> at(Complex<R> z, Complex<R> w) {
         double root;
         Two<double> angle;
-        bool held;
+        BitsOf<double> flags;
         if constexpr (K == Fine) {
             LogPair const log = lnPair<true>(z);
             Pair const re = log.re * w.re - log.im * w.im;
             Pair const im = log.re * w.im + log.im * w.re;
-            held =
-                all<double>(vec_fabs(re.hi) <= mostExponent, vec_fabs(im.hi) <= trigonometricLimit);
-            root = rounded(expPair(scaled(choose(held, re, {0.0, 0.0}), 0.5)));
-            SineCosine const both = sinCosPair(choose(held, im, {0.0, 0.0}));
+            flags = outOfReach(re.hi, im.hi);
+            root = rounded(
+                expPair({0.5 * guardedBy(flags, re.hi, 0.0), 0.5 * guardedBy(flags, re.lo, 0.0)}));
+            SineCosine const both =
+                sinCosPair({guardedBy(flags, im.hi, 0.0), guardedBy(flags, im.lo, 0.0)});
             angle = {rounded(both.sine), rounded(both.cosine)};
         } else {
             Complex<double> const log = lnOf2<Vec>(z);
             double const re = log.re * w.re - log.im * w.im;
             double const im = log.re * w.im + log.im * w.re;
-            held = all<double>(vec_fabs(re) <= mostExponent, vec_fabs(im) <= trigonometricLimit);
-            root = vec_exp(held ? 0.5 * re : 0.0);
-            angle = sinCosOf<Vec>(held ? im : 0.0);
+            flags = outOfReach(re, im);
+            root = vec_exp(0.5 * guardedBy(flags, re, 0.0));
+            angle = sinCosOf<Vec>(guardedBy(flags, im, 0.0));
         }
-        // A zero isn't good, and the element is done again.
-        double const kept = held ? root : 0.0;
+        // A zero counts as spoilt, and the element is done again.
+        double const kept = guardedBy(flags, root, 0.0);
         return {kept * angle.second * root, kept * angle.first * root};
+    }
+
+private:
+    ZOLVM_INLINE static BitsOf<double> outOfReach(double exponent, double angle) {
+        return offBand(exponent, 0.0, mostExponent) | offBand(angle, 0.0, trigonometricLimit);
     }
 };
 using Powx = Pow;
@@ -322,18 +332,18 @@ ZOLVM_INLINE Complex<R> atanhOf2(Complex<R> z) {
             R(0.5) * atan2Of<K>(2 * z.im, (1 - x) * (1 + x) - z.im * z.im)};
 }
 
-ZOLVM_COMPLEX1(Asin, scalar::asin, zolvm::ruleNone, bothInBand(z), { return asinOf2<K>(z); })
-ZOLVM_COMPLEX1(Acos, scalar::acos, zolvm::ruleNone, bothInBand(z), { return acosOf2<K>(z); })
-ZOLVM_COMPLEX1(Atanh, scalar::atanh, zolvm::rulePole, bothInBand(z), { return atanhOf2<K>(z); })
-ZOLVM_COMPLEX1(Asinh, scalar::asinh, zolvm::ruleNone, bothInBand(z), {
+ZOLVM_COMPLEX1(Asin, scalar::asin, zolvm::ruleNone, partsOff(z), { return asinOf2<K>(z); })
+ZOLVM_COMPLEX1(Acos, scalar::acos, zolvm::ruleNone, partsOff(z), { return acosOf2<K>(z); })
+ZOLVM_COMPLEX1(Atanh, scalar::atanh, zolvm::rulePole, partsOff(z), { return atanhOf2<K>(z); })
+ZOLVM_COMPLEX1(Asinh, scalar::asinh, zolvm::ruleNone, partsOff(z), {
     Complex<R> const turned = asinOf2<K>(Complex<R>{-z.im, z.re});
     return {turned.im, -turned.re};
 })
-ZOLVM_COMPLEX1(Acosh, scalar::acosh, zolvm::ruleNone, bothInBand(z), {
+ZOLVM_COMPLEX1(Acosh, scalar::acosh, zolvm::ruleNone, partsOff(z), {
     Complex<R> const turned = acosOf2<K>(z);
     return {vec_fabs(turned.im), vec_copysign(turned.re, z.im)};
 })
-ZOLVM_COMPLEX1(Atan, scalar::atan, zolvm::rulePole, bothInBand(z), {
+ZOLVM_COMPLEX1(Atan, scalar::atan, zolvm::rulePole, partsOff(z), {
     Complex<R> const turned = atanhOf2<K>(Complex<R>{-z.im, z.re});
     return {turned.im, -turned.re};
 })

@@ -4,8 +4,9 @@
 //
 // A family is a struct with some of these static members, T being float or double and Number
 // either of them or a Complex of them:
-//   at<kind>(x) or at<kind>(x, y)   the value, right where ordinary(x) or ordinary(x, y) holds
-//   ordinary(x), good(result)       which elements the vector loop may keep
+//   at<kind>(x) or at<kind>(x, y)   the value, right for ordinary arguments
+//   strange<kind>(x) or (x, y)      negative flags for other arguments
+//   spoilt(result)                  negative flags for results that the kernel gets wrong
 //   scalar, rules                   the function of one element for all others, its status rules
 //   safe                            an ordinary argument to put in the place of others
 #ifndef ZOLVM_ZOLVMDRIVE_H
@@ -13,6 +14,7 @@
 
 #include <cstddef>
 #include <math.h>
+#include <type_traits>
 
 #include "zolvm/zolvmscalar.h"
 
@@ -20,7 +22,7 @@
 
 namespace {
 
-enum Kind { Cheap, Vec, Wide, Fine, Exact, Slow };
+enum Kind { Vec, Wide, Fine, Ieee, Exact };
 
 template <class T>
 struct Complex {
@@ -73,21 +75,32 @@ struct Element<Zol32fc> : ComplexElement<Zol32fc, float> {};
 template <>
 struct Element<Zol64fc> : ComplexElement<Zol64fc, double> {};
 
-// Flags of the width of a real type keep the loops free of packing. They are chosen as numbers of
-// the type, since SSE2 has no choice between wide integers.
+// The bits of a real type as an integer. Flags are such integers, and the sign bit is what they
+// say: comparing integers by subtraction costs less in a loop than comparing numbers, and every
+// instruction set can do it.
 template <class T>
-struct Width;
-template <>
-struct Width<float> {
-    using Flag = int;
-};
-template <>
-struct Width<double> {
-    using Flag = long long;
-};
+using BitsOf = std::conditional_t<sizeof(T) == 4, unsigned, unsigned long long>;
 template <class T>
-ZOLVM_INLINE typename Width<T>::Flag unless(bool condition) {
-    return __builtin_bit_cast(typename Width<T>::Flag, condition ? T(0) : T(1));
+ZOLVM_INLINE BitsOf<T> bitsOf(T x) {
+    return __builtin_bit_cast(BitsOf<T>, x);
+}
+template <class B>
+ZOLVM_INLINE bool isNegative(B flags) {
+    return (flags >> (8 * sizeof(B) - 1)) != 0;
+}
+
+// Negative unless least <= |x| <= most.
+template <class T>
+ZOLVM_INLINE BitsOf<T> offBand(T x, T least, T most) {
+    BitsOf<T> const size = bitsOf(x) & (~BitsOf<T>(0) >> 1);
+    BitsOf<T> const above = bitsOf(most) - size;
+    return least == 0 ? above : above | (size - bitsOf(least));
+}
+// Negative unless least <= x <= most, for a positive least. The bits of negative numbers are below
+// or above both.
+template <class T>
+ZOLVM_INLINE BitsOf<T> offRange(T x, T least, T most) {
+    return (bitsOf(most) - bitsOf(x)) | (bitsOf(x) - bitsOf(least));
 }
 
 template <class T>
@@ -95,45 +108,23 @@ constexpr T minNormal = sizeof(T) == 4 ? T(0x1p-126) : T(0x1p-1022);
 template <class T>
 constexpr T maxFinite = sizeof(T) == 4 ? T(0x1.fffffep127) : T(0x1.fffffffffffffp1023);
 
-// A conjunction without the branches of &&, which would keep a loop from being vectorised. T is
-// the type that the loop works in: SSE2 can choose between its numbers, not between wide integers.
-template <class T, class... C>
-ZOLVM_INLINE bool all(C... conditions) {
-#ifdef __SSE4_1__
-    return (conditions & ...);
-#else
-    T kept = 1;
-    ((kept = conditions ? kept : T(0)), ...);
-    return kept != 0;
-#endif
-}
-
 // Chooses the bound of the type.
 template <class T>
 constexpr T bound(double single, double twice) {
     return static_cast<T>(sizeof(T) == 4 ? single : twice);
 }
 
-// An ordinary argument of any type, in the place of one that isn't.
-template <class F, class N>
-struct Safe {
-    static constexpr N value = static_cast<N>(F::safe);
-};
-template <class F, class R>
-struct Safe<F, Complex<R>> {
-    static constexpr Complex<R> value{static_cast<R>(F::safe), static_cast<R>(F::safe)};
-};
-
-template <class R>
-ZOLVM_INLINE R pick(bool condition, R yes, R no) {
-    return condition ? yes : no;
+// The number, or a safe one in its place if the flags are negative.
+template <class T>
+ZOLVM_INLINE T guardedBy(BitsOf<T> flags, T x, double safe) {
+    BitsOf<T> const mask = BitsOf<T>(0) - (flags >> (8 * sizeof(T) - 1));
+    return __builtin_bit_cast(T, (bitsOf(x) & ~mask) | (bitsOf(static_cast<T>(safe)) & mask));
 }
-template <class R>
-ZOLVM_INLINE Complex<R> pick(bool condition, Complex<R> yes, Complex<R> no) {
-    return {condition ? yes.re : no.re, condition ? yes.im : no.im};
+template <class T>
+ZOLVM_INLINE Complex<T> guardedBy(BitsOf<T> flags, Complex<T> z, double safe) {
+    return {guardedBy(flags, z.re, safe), guardedBy(flags, z.im, safe)};
 }
 
-constexpr std::size_t blockLength = 256;
 constexpr std::size_t tailLength = 16; // the longest vector of any path, in elements
 
 // Everything that a family and a kind decide at compile time.
@@ -142,7 +133,18 @@ struct Driver {
     using From = Element<S>;
     using To = Element<D>;
     using Number = typename From::Number;
-    using Flag = typename Width<typename From::Real>::Flag;
+    using Flags = BitsOf<typename From::Real>;
+
+    // As many elements as leave room for others in the innermost cache.
+    static constexpr std::size_t blockLength = 8192 / sizeof(S);
+    // Whether some elements may have to be done again.
+    static constexpr bool choosy = K != Exact && K != Ieee;
+    // A loop around a vector function is faster without a check in it: all vector registers are
+    // the function's. Such loops get their arguments checked beforehand, and so do those that
+    // take any argument; results are checked behind them.
+    static constexpr bool checkedApart =
+        (K == Vec || K == Wide) &&
+        (std::is_same_v<Number, typename From::Real> || requires { F::takesAny; });
 
     ZOLVM_INLINE static auto value(Number x, [[maybe_unused]] Number y) {
         if constexpr (K == Wide && sources == 2) {
@@ -156,38 +158,39 @@ struct Driver {
         }
     }
 
-    ZOLVM_INLINE static bool ordinary(Number x, [[maybe_unused]] Number y) {
-        if constexpr (K == Slow) {
-            return false;
-        } else if constexpr (sources == 2) {
-            return F::ordinary(x, y);
+    ZOLVM_INLINE static Flags strange(Number x, [[maybe_unused]] Number y) {
+        if constexpr (sources == 2) {
+            return F::template strange<K>(x, y);
         } else {
-            return F::ordinary(x);
+            return F::template strange<K>(x);
         }
     }
 
-    ZOLVM_INLINE static bool good([[maybe_unused]] typename To::Number result) {
-        if constexpr (requires { F::good(result); }) {
-            return F::good(result);
+    static constexpr bool canSpoil = requires(typename To::Number result) { F::spoilt(result); };
+    ZOLVM_INLINE static Flags spoilt([[maybe_unused]] typename To::Number result) {
+        if constexpr (canSpoil) {
+            return F::spoilt(result);
         } else {
-            return true;
+            return 0;
         }
     }
 
-    // The vector loop: count is a multiple of the tail's length, no destination is a source.
-    // True if it met an element that must be done again.
+    // The vector loops: count is a multiple of the tail's length, no destination is a source.
+    // They give true if they met an element that must be done again; one that is guarded puts
+    // safe arguments into the place of others.
+    template <bool guarded>
     [[gnu::noinline, gnu::noclone]] static bool
     loop(S const* __restrict source1, S const* __restrict source2, D* __restrict dest1,
          [[maybe_unused]] D* __restrict dest2, std::size_t count) {
-        [[maybe_unused]] Flag left = 0;
+        Flags left = 0;
         for (std::size_t i = 0; i < count / tailLength * tailLength; ++i) {
             Number x = From::load(source1[i]);
             Number y = sources == 2 ? From::load(source2[i]) : x;
-            if constexpr (K != Exact) {
-                bool const keep = ordinary(x, y);
-                left |= unless<typename From::Real>(keep);
-                x = pick(keep, x, Safe<F, Number>::value);
-                y = pick(keep, y, Safe<F, Number>::value);
+            if constexpr (guarded) {
+                Flags const flags = strange(x, y);
+                left |= flags;
+                x = guardedBy(flags, x, F::safe);
+                y = guardedBy(flags, y, F::safe);
             }
             if constexpr (results == 2) {
                 auto const both = value(x, y);
@@ -195,13 +198,50 @@ struct Driver {
                 To::store(dest2[i], To::narrow(both.second));
             } else {
                 typename To::Number const result = To::narrow(value(x, y));
-                if constexpr (K != Exact) {
-                    left |= unless<typename From::Real>(good(result));
+                if constexpr (guarded) {
+                    left |= spoilt(result);
                 }
                 To::store(dest1[i], result);
             }
         }
-        return left != 0;
+        return isNegative(left);
+    }
+    static bool anyStrange(S const* __restrict source1, S const* __restrict source2,
+                           std::size_t count) {
+        Flags left = 0;
+#pragma GCC unroll 4
+        for (std::size_t i = 0; i < count / tailLength * tailLength; ++i) {
+            Number const x = From::load(source1[i]);
+            Number const y = sources == 2 ? From::load(source2[i]) : x;
+            left |= strange(x, y);
+        }
+        return isNegative(left);
+    }
+    static bool anyBad([[maybe_unused]] D const* results1, [[maybe_unused]] std::size_t count) {
+        Flags left = 0;
+        if constexpr (canSpoil && std::is_same_v<D, typename To::Real>) {
+            for (std::size_t i = 0; i < count / tailLength * tailLength; ++i) {
+                left |= spoilt(results1[i]);
+            }
+        } else if constexpr (canSpoil) {
+            // Any NaN part; what is spoilt is seen when it is done again.
+            using Real = typename To::Real;
+            Real const* const parts = &results1->re;
+            for (std::size_t i = 0; i < count / tailLength * tailLength * 2; ++i) {
+                left |= offBand(parts[i], Real(0), Real(__builtin_inf()));
+            }
+        }
+        return isNegative(left);
+    }
+    [[gnu::noinline]] static bool pass(S const* source1, S const* source2, D* dest1, D* dest2,
+                                       std::size_t count) {
+        if constexpr (checkedApart) {
+            if (!anyStrange(source1, source2, count)) {
+                loop<false>(source1, source2, dest1, dest2, count);
+                return anyBad(dest1, count);
+            }
+        }
+        return loop<choosy>(source1, source2, dest1, dest2, count);
     }
 
     // The last elements, fewer than a tail's length, by way of arrays that are filled up.
@@ -216,7 +256,7 @@ struct Driver {
             full1[i] = full1[0];
             full2[i] = full2[0];
         }
-        bool const left = loop(full1, full2, result1, result2, tailLength);
+        bool const left = pass(full1, full2, result1, result2, tailLength);
         __builtin_memcpy(dest1, result1, count * sizeof(D));
         if constexpr (results == 2) {
             __builtin_memcpy(dest2, result2, count * sizeof(D));
@@ -259,7 +299,8 @@ struct Driver {
         for (std::size_t i = 0; i < count; ++i) {
             Number const x = From::load(source1[i]);
             Number const y = sources == 2 ? From::load(source2[i]) : x;
-            if (!ordinary(x, y) || !good(To::load(dest1[i]))) {
+            Flags const flags = strange(x, y);
+            if (isNegative(flags | (canSpoil ? spoilt(To::load(dest1[i])) : 0))) {
                 single(source1[i], source2[i], &dest1[i], &dest2[i], status);
             }
         }
@@ -311,6 +352,19 @@ ZOLVM_INLINE void takeBackFlags(unsigned before) {
     }
 }
 
+// The operations of the processor tell by their flags what they met.
+ZOLVM_INLINE ZolStatus ieeeStatus(unsigned csr) {
+    constexpr unsigned invalid = 0x01;
+    constexpr unsigned zeroDivide = 0x04;
+    constexpr unsigned overflow = 0x08;
+    constexpr unsigned underflow = 0x10;
+    return (csr & invalid) != 0      ? zolStsDomain
+           : (csr & zeroDivide) != 0 ? zolStsSingularity
+           : (csr & overflow) != 0   ? zolStsOverflow
+           : (csr & underflow) != 0  ? zolStsUnderflow
+                                     : zolStsNoErr;
+}
+
 template <class F, Kind K, class S, class D, int sources, int results>
 ZolStatus Driver<F, K, S, D, sources, results>::run(S const* source1, S const* source2, D* dest1,
                                                     D* dest2, int length) {
@@ -322,6 +376,9 @@ ZolStatus Driver<F, K, S, D, sources, results>::run(S const* source1, S const* s
     }
     ZolStatus status = zolStsNoErr;
     unsigned flags = K == Exact ? 0 : __builtin_ia32_stmxcsr();
+    if (K == Ieee && (flags & csrFlags) != 0) {
+        __builtin_ia32_ldmxcsr(flags & ~csrFlags);
+    }
     void const* const starts[] = {source1, source2};
     bool const inPlace = starts[0] == dest1 || starts[0] == dest2 ||
                          (sources == 2 && (starts[1] == dest1 || starts[1] == dest2));
@@ -345,19 +402,23 @@ ZolStatus Driver<F, K, S, D, sources, results>::run(S const* source1, S const* s
                 from2 = copy1;
             }
         }
-        bool left = true;
-        if constexpr (K != Slow) {
-            left = whole != 0 && loop(from1, from2, to1, to2, whole);
-            if (whole != count) {
-                left |= tail(from1 + whole, from2 + whole, to1 + whole, to2 + whole, count - whole);
-            }
+        bool left = whole != 0 && pass(from1, from2, to1, to2, whole);
+        if (whole != count) {
+            left |= tail(from1 + whole, from2 + whole, to1 + whole, to2 + whole, count - whole);
         }
-        if constexpr (K != Exact) {
+        if constexpr (choosy) {
             takeBackFlags(flags);
             if (left) {
                 repair(from1, from2, to1, to2, count, &status);
                 flags = __builtin_ia32_stmxcsr();
             }
+        }
+    }
+    if constexpr (K == Ieee) {
+        unsigned const now = __builtin_ia32_stmxcsr();
+        status = ieeeStatus(now);
+        if ((flags & csrFlags) != 0) {
+            __builtin_ia32_ldmxcsr(now | (flags & csrFlags));
         }
     }
     return status;
@@ -372,8 +433,8 @@ ZolStatus runScalar(S const* source, S operand, D* dest, int length) {
     if (length < 1) {
         return zolStsSizeErr;
     }
-    int const block = static_cast<int>(blockLength);
-    S spread[blockLength];
+    constexpr int block = static_cast<int>(Driver<F, K, S, D, 2, 1>::blockLength);
+    S spread[block];
     for (int i = 0; i < block && i < length; ++i) {
         spread[i] = operand;
     }

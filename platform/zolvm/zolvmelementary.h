@@ -1,6 +1,6 @@
 // zolvmelementary.h - the elementary functions of a real number by kind of kernel: the C library's
 // vector functions for Vec, in the precision of the argument, and pairs of doubles for Fine. Shared
-// by the real and the complex families; arguments are within what the families call ordinary.
+// by the real and the complex families; arguments are what the families call ordinary.
 #ifndef ZOLVM_ZOLVMELEMENTARY_H
 #define ZOLVM_ZOLVMELEMENTARY_H
 
@@ -41,11 +41,6 @@ ZOLVM_LIBM2(copysign)
 ZOLVM_LIBM2(hypot)
 ZOLVM_LIBM2(pow)
 
-// Whether |x| is within the bounds; false for a NaN.
-template <class T>
-ZOLVM_INLINE bool inBand(T x, T least, T most) {
-    return all<T>(vec_fabs(x) >= least, vec_fabs(x) <= most);
-}
 template <class T>
 ZOLVM_INLINE T smaller(T x, T y) {
     return x < y ? x : y;

@@ -18,7 +18,6 @@ struct Pair {
     double lo;
 };
 
-ZOLVM_INLINE Bits bitsOf(double x) { return __builtin_bit_cast(Bits, x); }
 ZOLVM_INLINE double fromBits(Bits x) { return __builtin_bit_cast(double, x); }
 
 // a + b exactly; the quick form needs |a| >= |b| or a == 0.
@@ -242,7 +241,7 @@ ZOLVM_INLINE Pair atan2Pair(Pair y, Pair x) {
     Pair const high = choose(y.hi < 0, -y, y);
     Pair const wide = choose(x.hi < 0, -x, x);
     bool const steep = high.hi > 0x1.3504f333f9de6p+1 * wide.hi; // sqrt(2) + 1
-    bool const middle = all<double>(high.hi > 0x1.a827999fcef32p-2 * wide.hi, !steep);
+    bool const middle = high.hi > 0x1.a827999fcef32p-2 * wide.hi;
     Pair const top = choose(steep, -wide, choose(middle, high - wide, high));
     Pair const bottom = choose(steep, high, choose(middle, high + wide, wide));
     double const eighths = steep ? 0.5 : middle ? 0.25 : 0.0;

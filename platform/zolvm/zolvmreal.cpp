@@ -16,14 +16,14 @@ struct Plain {
     static constexpr double safe = 0.5;
 };
 
-// A family of one argument whose kernels are an elementary function: bounds in terms of x.
-#define ZOLVM_FAMILY1(family, function, slow, statusRules, condition)                              \
+// A family of one argument whose kernels are an elementary function; flags in terms of x.
+#define ZOLVM_FAMILY1(family, function, slow, statusRules, strangeFlags)                           \
     struct family : Plain {                                                                        \
         static constexpr Scalar1 scalar = slow;                                                    \
         static constexpr unsigned rules = statusRules;                                             \
-        template <class T>                                                                         \
-        ZOLVM_INLINE static bool ordinary(T x) {                                                   \
-            return condition;                                                                      \
+        template <Kind K, class T>                                                                 \
+        ZOLVM_INLINE static BitsOf<T> strange(T x) {                                               \
+            return strangeFlags;                                                                   \
         }                                                                                          \
         template <Kind K, class T>                                                                 \
         ZOLVM_INLINE static T at(T x) {                                                            \
@@ -31,12 +31,15 @@ struct Plain {
         }                                                                                          \
     };
 
-// Smallest argument of the odd functions in double precision: a zero would lose its sign and the
-// low parts of tiny numbers their digits. The vector functions of single precision keep both.
-template <class T>
-constexpr T oddLeast = bound<T>(0.0, 0x1p-500);
+// Smallest argument of the odd functions of the Fine kind: a zero would lose its sign and the low
+// parts of tiny numbers their digits. The vector functions keep both.
+template <Kind K, class T>
+constexpr T oddLeast = K == Fine ? bound<T>(0, 0x1p-500) : T(0);
 template <class T>
 constexpr T angleMost = bound<T>(16384.0, trigonometricLimit);
+// The largest number below 1.
+template <class T>
+constexpr T belowOne = bound<T>(0x1.fffffep-1, 0x1.fffffffffffffp-1);
 template <class T>
 constexpr T squareMost = bound<T>(maxFinite<float>, 1.2e154);
 
@@ -44,33 +47,33 @@ using zolvm::ruleNone;
 using zolvm::rulePole;
 using zolvm::ruleUnderflows;
 
-ZOLVM_FAMILY1(Acos, acosOf, ::acos, ruleNone, vec_fabs(x) < 1)
-ZOLVM_FAMILY1(Asin, asinOf, ::asin, ruleNone, all<T>(vec_fabs(x) < 1, vec_fabs(x) >= oddLeast<T>))
-ZOLVM_FAMILY1(Asinh, asinhOf, ::asinh, ruleNone, inBand(x, oddLeast<T>, squareMost<T>))
-ZOLVM_FAMILY1(Atan, atanOf, ::atan, ruleNone, inBand(x, oddLeast<T>, bound<T>(0x1p100, 0x1p500)))
+ZOLVM_FAMILY1(Acos, acosOf, ::acos, ruleNone, offBand(x, T(0), belowOne<T>))
+ZOLVM_FAMILY1(Asin, asinOf, ::asin, ruleNone, offBand(x, oddLeast<K, T>, belowOne<T>))
+ZOLVM_FAMILY1(Asinh, asinhOf, ::asinh, ruleNone, offBand(x, oddLeast<K, T>, squareMost<T>))
+ZOLVM_FAMILY1(Atan, atanOf, ::atan, ruleNone,
+              offBand(x, oddLeast<K, T>, bound<T>(0x1p100, 0x1p500)))
 ZOLVM_FAMILY1(Atanh, atanhOf, ::atanh, rulePole,
-              all<T>(vec_fabs(x) < 1, vec_fabs(x) >= bound<T>(0, 0x1p-40)))
-ZOLVM_FAMILY1(Cos, cosOf, ::cos, ruleNone, vec_fabs(x) <= angleMost<T>)
-ZOLVM_FAMILY1(Sin, sinOf, ::sin, ruleNone, inBand(x, oddLeast<T>, angleMost<T>))
-ZOLVM_FAMILY1(Tan, tanOf, ::tan, ruleNone, inBand(x, oddLeast<T>, angleMost<T>))
-ZOLVM_FAMILY1(Cosh, coshOf, ::cosh, ruleNone, vec_fabs(x) <= bound<T>(88.0, 708.0))
-ZOLVM_FAMILY1(Sinh, sinhOf, ::sinh, ruleNone, inBand(x, oddLeast<T>, bound<T>(88.0, 708.0)))
-ZOLVM_FAMILY1(Tanh, tanhOf, ::tanh, ruleNone, inBand(x, oddLeast<T>, maxFinite<T>))
-ZOLVM_FAMILY1(Exp, expOf, ::exp, ruleUnderflows,
-              all<T>(x >= bound<T>(-87.3, -708.0), x <= bound<T>(88.7, 709.0)))
-ZOLVM_FAMILY1(Expm1, expm1Of, ::expm1, ruleNone,
-              all<T>(inBand(x, oddLeast<T>, maxFinite<T>), x <= bound<T>(88.7, 709.0)))
-ZOLVM_FAMILY1(Ln, lnOf, ::log, rulePole, all<T>(x >= minNormal<T>, x <= maxFinite<T>))
-ZOLVM_FAMILY1(Log10, log10Of, ::log10, rulePole, all<T>(x >= minNormal<T>, x <= maxFinite<T>))
+              offBand(x, K == Fine ? T(0x1p-40) : T(0), belowOne<T>))
+ZOLVM_FAMILY1(Cos, cosOf, ::cos, ruleNone, offBand(x, T(0), angleMost<T>))
+ZOLVM_FAMILY1(Sin, sinOf, ::sin, ruleNone, offBand(x, oddLeast<K, T>, angleMost<T>))
+ZOLVM_FAMILY1(Tan, tanOf, ::tan, ruleNone, offBand(x, oddLeast<K, T>, angleMost<T>))
+ZOLVM_FAMILY1(Cosh, coshOf, ::cosh, ruleNone, offBand(x, T(0), bound<T>(88.0, 708.0)))
+ZOLVM_FAMILY1(Sinh, sinhOf, ::sinh, ruleNone, offBand(x, oddLeast<K, T>, bound<T>(88.0, 708.0)))
+ZOLVM_FAMILY1(Tanh, tanhOf, ::tanh, ruleNone, offBand(x, oddLeast<K, T>, maxFinite<T>))
+ZOLVM_FAMILY1(Exp, expOf, ::exp, ruleUnderflows, offBand(x, T(0), bound<T>(87.3, 708.0)))
+ZOLVM_FAMILY1(Expm1, expm1Of, ::expm1, ruleNone, offBand(x, oddLeast<K, T>, bound<T>(88.7, 709.0)))
+ZOLVM_FAMILY1(Ln, lnOf, ::log, rulePole, offRange(x, minNormal<T>, maxFinite<T>))
+ZOLVM_FAMILY1(Log10, log10Of, ::log10, rulePole, offRange(x, minNormal<T>, maxFinite<T>))
 ZOLVM_FAMILY1(Log1p, log1pOf, ::log1p, rulePole,
-              all<T>(x > -1, inBand(x, oddLeast<T>, bound<T>(maxFinite<float>, 0x1p1000))))
+              offBand(x, oddLeast<K, T>, bound<T>(maxFinite<float>, 0x1p1000)) |
+                  offRange(1 + x, minNormal<T>, maxFinite<T>))
 
 struct Acosh : Plain {
     static constexpr Scalar1 scalar = ::acosh;
     static constexpr double safe = 2;
-    template <class T>
-    ZOLVM_INLINE static bool ordinary(T x) {
-        return all<T>(x > 1, x <= squareMost<T>);
+    template <Kind K, class T>
+    ZOLVM_INLINE static BitsOf<T> strange(T x) {
+        return offRange(x, bound<T>(0x1.000002p0, 0x1.0000000000001p0), squareMost<T>);
     }
     template <Kind K, class T>
     ZOLVM_INLINE static T at(T x) {
@@ -94,9 +97,9 @@ ZOLVM_INLINE Pair cbrtPair(double x) {
 
 struct Cbrt : Plain {
     static constexpr Scalar1 scalar = zolvm::scalar::cbrt;
-    template <class T>
-    ZOLVM_INLINE static bool ordinary(T x) {
-        return inBand(x, cubeLeast<T>, maxFinite<T>);
+    template <Kind K, class T>
+    ZOLVM_INLINE static BitsOf<T> strange(T x) {
+        return offBand(x, cubeLeast<T>, maxFinite<T>);
     }
     template <Kind K, class T>
     ZOLVM_INLINE static T at(T x) {
@@ -138,9 +141,9 @@ struct Pow2o3 : Cbrt {
 struct Pow3o2 : Plain {
     static constexpr Scalar1 scalar = zolvm::scalar::pow3o2;
     static constexpr unsigned rules = ruleUnderflows;
-    template <class T>
-    ZOLVM_INLINE static bool ordinary(T x) {
-        return all<T>(x >= bound<T>(0x1p-84, 0x1p-600), x <= bound<T>(0x1p85, 0x1p682));
+    template <Kind K, class T>
+    ZOLVM_INLINE static BitsOf<T> strange(T x) {
+        return offRange(x, bound<T>(0x1p-84, 0x1p-600), bound<T>(0x1p85, 0x1p682));
     }
     template <Kind K, class T>
     ZOLVM_INLINE static T at(T x) {
@@ -152,12 +155,7 @@ struct Pow3o2 : Plain {
     }
 };
 
-struct Sqrt : Plain {
-    static constexpr Scalar1 scalar = ::sqrt;
-    template <class T>
-    ZOLVM_INLINE static bool ordinary(T x) {
-        return x >= 0;
-    }
+struct Sqrt {
     template <Kind, class T>
     ZOLVM_INLINE static T at(T x) {
         return vec_sqrt(x);
@@ -167,9 +165,9 @@ struct Sqrt : Plain {
 struct InvSqrt : Plain {
     static constexpr Scalar1 scalar = zolvm::scalar::invSqrt;
     static constexpr unsigned rules = rulePole;
-    template <class T>
-    ZOLVM_INLINE static bool ordinary(T x) {
-        return all<T>(x >= bound<T>(minNormal<float>, 0x1p-900), x <= maxFinite<T>);
+    template <Kind K, class T>
+    ZOLVM_INLINE static BitsOf<T> strange(T x) {
+        return offRange(x, bound<T>(minNormal<float>, 0x1p-900), maxFinite<T>);
     }
     template <Kind K, class T>
     ZOLVM_INLINE static T at(T x) {
@@ -181,29 +179,13 @@ struct InvSqrt : Plain {
     }
 };
 
-struct Inv : Plain {
-    static constexpr Scalar1 scalar = zolvm::scalar::inv;
-    static constexpr unsigned rules = zolvm::rulePoleAtZero | ruleUnderflows;
-    template <class T>
-    ZOLVM_INLINE static bool ordinary(T x) {
-        return inBand(x, minNormal<T>, bound<T>(0x1p126, 0x1p1022));
-    }
+struct Inv {
     template <Kind, class T>
     ZOLVM_INLINE static T at(T x) {
         return 1 / x;
     }
 };
-
-struct Div : Plain {
-    static constexpr Scalar2 scalar = zolvm::scalar::div;
-    static constexpr unsigned rules = zolvm::rulePoleByZero | ruleUnderflows;
-    // Tiny dividends stay in although their quotients may underflow: the result is right, and a
-    // zero dividend is common.
-    template <class T>
-    ZOLVM_INLINE static bool ordinary(T x, T y) {
-        return all<T>(vec_fabs(x) <= bound<T>(0x1p63, 0x1p511),
-                      inBand(y, bound<T>(0x1p-63, 0x1p-511), bound<T>(0x1p63, 0x1p511)));
-    }
+struct Div {
     template <Kind, class T>
     ZOLVM_INLINE static T at(T x, T y) {
         return x / y;
@@ -212,11 +194,12 @@ struct Div : Plain {
 
 struct Hypot : Plain {
     static constexpr Scalar2 scalar = ::hypot;
-    template <class T>
-    ZOLVM_INLINE static bool ordinary(T x, T y) {
-        T const most = larger(vec_fabs(x), vec_fabs(y));
-        return all<T>(most >= bound<T>(0x1p-60, 0x1p-400), most <= bound<T>(0x1p60, 0x1p500),
-                      x == x, y == y);
+    template <Kind K, class T>
+    ZOLVM_INLINE static BitsOf<T> strange(T x, T y) {
+        constexpr T most = bound<T>(0x1p60, 0x1p500);
+        T const size = larger(vec_fabs(x), vec_fabs(y));
+        return offBand(x, T(0), most) | offBand(y, T(0), most) |
+               offRange(size, bound<T>(0x1p-60, 0x1p-400), most);
     }
     template <Kind K, class T>
     ZOLVM_INLINE static T at(T x, T y) {
@@ -232,14 +215,14 @@ struct Pow : Plain {
     static constexpr Scalar2 scalar = ::pow;
     static constexpr unsigned rules = zolvm::rulePoleAtZero | ruleUnderflows;
     static constexpr double mostExponent = 709.2;   // of e
-    static constexpr double leastExponent = -708.2; // their powers aren't good
-    template <class T>
-    ZOLVM_INLINE static bool ordinary(T x, T y) {
-        return all<T>(x >= minNormal<T>, x <= maxFinite<T>, vec_fabs(y) <= maxFinite<T>);
+    static constexpr double leastExponent = -708.2; // their powers count as spoilt
+    template <Kind K, class T>
+    ZOLVM_INLINE static BitsOf<T> strange(T x, T y) {
+        return offRange(x, minNormal<T>, maxFinite<T>) | offBand(y, T(0), maxFinite<T>);
     }
     template <class T>
-    ZOLVM_INLINE static bool good(T result) {
-        return all<T>(result >= bound<T>(0x1p-124, 3e-308), result <= bound<T>(0x1p126, 0.9e308));
+    ZOLVM_INLINE static BitsOf<T> spoilt(T result) {
+        return offRange(result, bound<T>(0x1p-124, 3e-308), bound<T>(0x1p126, 0.9e308));
     }
     template <Kind K, class T>
     ZOLVM_INLINE static T at(T x, T y) {
@@ -259,11 +242,11 @@ using Powx = Pow;
 
 struct Atan2 : Plain {
     static constexpr Scalar2 scalar = ::atan2;
-    template <class T>
-    ZOLVM_INLINE static bool ordinary(T y, T x) {
+    template <Kind K, class T>
+    ZOLVM_INLINE static BitsOf<T> strange(T y, T x) {
         constexpr T least = bound<T>(0x1p-60, 0x1p-500);
         constexpr T most = bound<T>(0x1p60, 0x1p500);
-        return all<T>(inBand(y, least, most), inBand(x, least, most));
+        return offBand(y, least, most) | offBand(x, least, most);
     }
     template <Kind K, class T>
     ZOLVM_INLINE static T at(T y, T x) {
@@ -284,9 +267,9 @@ struct SinCos : Sin {
 
 struct Erf : Plain {
     static constexpr Scalar1 scalar = ::erf;
-    template <class T>
-    ZOLVM_INLINE static bool ordinary(T x) {
-        return inBand(x, oddLeast<T>, maxFinite<T>);
+    template <Kind K, class T>
+    ZOLVM_INLINE static BitsOf<T> strange(T x) {
+        return offBand(x, oddLeast<K, T>, maxFinite<T>);
     }
     template <Kind K, class T>
     ZOLVM_INLINE static T at(T x) {
@@ -304,9 +287,9 @@ struct Erf : Plain {
 struct Erfc : Plain {
     static constexpr Scalar1 scalar = ::erfc;
     static constexpr unsigned rules = ruleUnderflows;
-    template <class T>
-    ZOLVM_INLINE static bool ordinary(T x) {
-        return all<T>(x >= -28, x <= bound<T>(9.15, 26.5));
+    template <Kind K, class T>
+    ZOLVM_INLINE static BitsOf<T> strange(T x) {
+        return offBand(x, T(0), bound<T>(9.15, 26.5));
     }
     template <Kind K, class T>
     ZOLVM_INLINE static T at(T x) {
@@ -318,23 +301,20 @@ struct Erfc : Plain {
     }
 };
 
-// x times -sqrt(1/2): the low part counts where erfc falls steeply.
+// x times -sqrt(1/2). The low part counts where erfc falls steeply; the only form in single
+// precision is one of few digits and does without.
 ZOLVM_INLINE Two<double> downscaled(double x) {
     Pair const z = sqrtHalf * -x;
     return {z.hi, z.lo};
 }
-ZOLVM_INLINE Two<float> downscaled(float x) {
-    double const z = -sqrtHalf.hi * static_cast<double>(x);
-    float const high = static_cast<float>(z);
-    return {high, static_cast<float>(z - static_cast<double>(high))};
-}
+ZOLVM_INLINE Two<float> downscaled(float x) { return {x * static_cast<float>(-sqrtHalf.hi), 0.0F}; }
 
 struct CdfNorm : Plain {
     static constexpr Scalar1 scalar = zolvm::scalar::cdfNorm;
     static constexpr unsigned rules = ruleUnderflows;
-    template <class T>
-    ZOLVM_INLINE static bool ordinary(T x) {
-        return all<T>(x >= bound<T>(-12.9, -37.5), x <= 39);
+    template <Kind K, class T>
+    ZOLVM_INLINE static BitsOf<T> strange(T x) {
+        return offBand(x, T(0), bound<T>(12.9, 37.5));
     }
     template <Kind K, class T>
     ZOLVM_INLINE static T at(T x) {
@@ -415,9 +395,9 @@ ZOLVM_INLINE Pair erfInvStep(double x, Pair y, Pair rest) {
 struct ErfInv : Plain {
     static constexpr Scalar1 scalar = zolvm::scalar::erfInv;
     static constexpr unsigned rules = rulePole;
-    template <class T>
-    ZOLVM_INLINE static bool ordinary(T y) {
-        return all<T>(vec_fabs(y) < 1, vec_fabs(y) >= bound<T>(0x1p-60, 0x1p-500));
+    template <Kind K, class T>
+    ZOLVM_INLINE static BitsOf<T> strange(T y) {
+        return offBand(y, K == Fine ? T(0x1p-500) : T(0), belowOne<T>);
     }
     template <Kind K, class T>
     ZOLVM_INLINE static T at(T y) {
@@ -434,9 +414,9 @@ struct ErfInv : Plain {
 struct ErfcInv : Plain {
     static constexpr Scalar1 scalar = zolvm::scalar::erfcInv;
     static constexpr unsigned rules = rulePole;
-    template <class T>
-    ZOLVM_INLINE static bool ordinary(T q) {
-        return all<T>(q >= minNormal<T>, q < 2);
+    template <Kind K, class T>
+    ZOLVM_INLINE static BitsOf<T> strange(T q) {
+        return offRange(q, minNormal<T>, 2 * belowOne<T>);
     }
     template <Kind K, class T>
     ZOLVM_INLINE static T at(T q) {
@@ -454,9 +434,9 @@ struct ErfcInv : Plain {
 struct CdfNormInv : Plain {
     static constexpr Scalar1 scalar = zolvm::scalar::cdfNormInv;
     static constexpr unsigned rules = rulePole;
-    template <class T>
-    ZOLVM_INLINE static bool ordinary(T p) {
-        return all<T>(p >= minNormal<T>, p < 1);
+    template <Kind K, class T>
+    ZOLVM_INLINE static BitsOf<T> strange(T p) {
+        return offRange(p, minNormal<T>, belowOne<T>);
     }
     template <Kind K, class T>
     ZOLVM_INLINE static T at(T p) {

@@ -50,7 +50,7 @@ Root cubeRoot(double x) {
     double const scale = tiny ? 0x1p-72 : 1.0;
     double const root = std::cbrt(scaled);
     if (root == 0 || !std::isfinite(root)) {
-        return {root, 0, scale};
+        return {root, root, scale}; // whose sum is itself, with its sign
     }
     double const square = root * root;
     double const squareRest = std::fma(root, root, -square);
@@ -149,7 +149,6 @@ double erfcInv(double q) {
 double cdfNormInv(double p) {
     return p < 0.25 ? -sqrt2 * erfcInv(2 * p) : sqrt2 * erfInv(2 * p - 1);
 }
-double inv(double x) { return 1 / x; }
 double invCbrt(double x) {
     Root const root = cubeRoot(x);
     double const y = 1 / root.value;
@@ -173,7 +172,6 @@ double pow2o3(double x) {
     return std::fma(root.value, root.value, 2 * root.value * root.rest) * root.scale * root.scale;
 }
 double pow3o2(double x) { return x == HUGE_VAL ? x : std::pow(x, 1.5); }
-double div(double x, double y) { return x / y; }
 
 Zol64fc acos(Zol64fc z) { return out(std::acos(in(z))); }
 Zol64fc acosh(Zol64fc z) { return out(std::acosh(in(z))); }

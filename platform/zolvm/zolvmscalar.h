@@ -29,12 +29,10 @@ double cdfNorm(double x);
 double cdfNormInv(double p);
 double erfInv(double y);
 double erfcInv(double q);
-double inv(double x);
 double invCbrt(double x);
 double invSqrt(double x);
 double pow2o3(double x);
 double pow3o2(double x);
-double div(double x, double y);
 
 Zol64fc acos(Zol64fc z);
 Zol64fc acosh(Zol64fc z);

@@ -3,12 +3,11 @@
 #define ZOLVM_ZOLVMTABLE_H
 
 // Kinds of kernels:
-//   Cheap  fewer terms than Vec, for the enhanced-performance forms
 //   Vec    the C library's vector functions and plain arithmetic, in the precision of the type
 //   Wide   Vec in double precision, rounded to single
 //   Fine   double precision with the low parts of results carried along
-//   Exact  correctly rounded by nature: no argument needs a look
-//   Slow   one element at a time
+//   Ieee   an operation of the processor, right for every argument, whose flags give the status
+//   Exact  the same without a status
 //
 // A row of SIX: call shape, family, then the kinds of A11, A21, A24 and A26, A50, A53.
 // A row of BEST has A24 and A53 alone, a row of PLAIN no accuracy.
@@ -30,9 +29,9 @@
     SIX(UNARY, ErfcInv, Vec, Wide, Wide, Vec, Fine, Fine)                                          \
     SIX(UNARY, Exp, Vec, Vec, Wide, Vec, Vec, Fine)                                                \
     SIX(UNARY, Expm1, Vec, Vec, Wide, Vec, Vec, Fine)                                              \
-    SIX(UNARY, Inv, Vec, Vec, Vec, Vec, Vec, Vec)                                                  \
+    SIX(UNARY, Inv, Ieee, Ieee, Ieee, Ieee, Ieee, Ieee)                                            \
     SIX(UNARY, InvCbrt, Vec, Wide, Wide, Vec, Vec, Fine)                                           \
-    SIX(UNARY, InvSqrt, Vec, Vec, Wide, Vec, Vec, Fine)                                            \
+    SIX(UNARY, InvSqrt, Ieee, Ieee, Wide, Ieee, Ieee, Fine)                                        \
     SIX(UNARY, Ln, Vec, Vec, Wide, Vec, Vec, Fine)                                                 \
     SIX(UNARY, Log10, Vec, Vec, Wide, Vec, Vec, Fine)                                              \
     SIX(UNARY, Log1p, Vec, Vec, Wide, Vec, Vec, Fine)                                              \
@@ -40,11 +39,11 @@
     SIX(UNARY, Pow3o2, Vec, Vec, Wide, Vec, Vec, Fine)                                             \
     SIX(UNARY, Sin, Vec, Vec, Wide, Vec, Vec, Fine)                                                \
     SIX(UNARY, Sinh, Vec, Vec, Wide, Vec, Vec, Fine)                                               \
-    SIX(UNARY, Sqrt, Vec, Vec, Vec, Vec, Vec, Vec)                                                 \
+    SIX(UNARY, Sqrt, Ieee, Ieee, Ieee, Ieee, Ieee, Ieee)                                           \
     SIX(UNARY, Tan, Vec, Vec, Wide, Vec, Vec, Fine)                                                \
     SIX(UNARY, Tanh, Vec, Vec, Wide, Vec, Vec, Fine)                                               \
     SIX(BINARY, Atan2, Vec, Vec, Wide, Vec, Vec, Fine)                                             \
-    SIX(BINARY, Div, Vec, Vec, Vec, Vec, Vec, Vec)                                                 \
+    SIX(BINARY, Div, Ieee, Ieee, Ieee, Ieee, Ieee, Ieee)                                           \
     SIX(BINARY, Hypot, Vec, Vec, Wide, Vec, Vec, Fine)                                             \
     SIX(BINARY, Pow, Vec, Vec, Wide, Vec, Vec, Fine)                                               \
     SIX(SCALAR, Powx, Vec, Vec, Wide, Vec, Vec, Fine)                                              \

@@ -13,31 +13,17 @@ int s_calls = 0;        // of the function under test, since its test began
 int s_faultAt = 1;      // the call that faults
 int s_signal = SIGSEGV; // and how
 
+// By instructions, not by raise: a blocked signal that is raised waits, a fault ends the process.
 void fault() {
     switch (s_signal) {
     case SIGFPE:
-#if defined(__SANITIZE_ADDRESS__)
-        raise(SIGFPE);
-#else
-    {
-        int volatile zero = 0;
-        s_calls = s_calls / zero;
-    }
-#endif
+        asm volatile("xorl %%ecx, %%ecx; divl %%ecx" : : : "eax", "ecx", "edx");
         break;
     case SIGILL:
-#if defined(__SANITIZE_ADDRESS__)
-        raise(SIGILL);
-#else
         asm volatile("ud2");
-#endif
         break;
     default:
-#if defined(__SANITIZE_ADDRESS__)
-        raise(SIGSEGV);
-#else
         asm volatile("movl $0, 0");
-#endif
     }
 }
 

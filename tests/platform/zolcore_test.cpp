@@ -1,0 +1,92 @@
+// zolcore_test.cpp - start-up, feature masks, cache sizes, texts and threads.
+#include <climits>
+#include <cstring>
+
+#include <gtest/gtest.h>
+
+#include "zolcore/zolcpu.h"
+
+namespace {
+
+class Zolcore : public testing::Test {
+protected:
+    ~Zolcore() override { zolInit(); }
+};
+
+TEST_F(Zolcore, CountsOnlyFeaturesWhoseRegistersTheSystemSaves) {
+    ZolCpuid const leaf1{0, 0, 0x7fffffffU, 0xffffffffU};
+    ZolCpuid const leaf7{0, 0xffffffffU, 0, 0};
+    ZolCpuid const extended{0, 0, 0x100, 0};
+    Zol64u const basic = zolCPUID_MMX | zolCPUID_SSE | zolCPUID_SSE2 | zolCPUID_SSE3 |
+                         zolCPUID_SSSE3 | zolCPUID_MOVBE | zolCPUID_SSE41 | zolCPUID_SSE42 |
+                         zolCPUID_AES | zolCPUID_CLMUL | zolCPUID_RDRAND | zolCPUID_ADCOX |
+                         zolCPUID_RDSEED | zolCPUID_PREFETCHW | zolCPUID_SHA;
+    Zol64u const wide = zolCPUID_AVX | zolAVX_ENABLEDBYOS | zolCPUID_F16C | zolCPUID_AVX2;
+    Zol64u const widest = 0x7f00000;
+    EXPECT_EQ(zolFeatureMask(leaf1, leaf7, extended, 0), basic);
+    EXPECT_EQ(zolFeatureMask(leaf1, leaf7, extended, 0x7), basic | wide);
+    EXPECT_EQ(zolFeatureMask(leaf1, leaf7, extended, 0x67), basic | wide);
+    EXPECT_EQ(zolFeatureMask(leaf1, leaf7, extended, 0xe7), basic | wide | widest);
+    EXPECT_EQ(zolFeatureMask({}, {}, {}, 0xe7), zolAVX_ENABLEDBYOS);
+}
+
+TEST_F(Zolcore, CacheSubleaves) {
+    // 8 ways of 64 sets of 64 bytes, and 16 ways of 2^15 sets in one partition.
+    EXPECT_EQ(zolCacheBytes({0x21, (7U << 22) | 63, 63, 0}), 32768);
+    EXPECT_EQ(zolCacheBytes({0x63, (15U << 22) | 63, 32767, 0}), 32LL << 20);
+    EXPECT_EQ(zolCacheBytes({0x63, (15U << 22) | (1U << 12) | 63, 0xffffffU, 0}), 32LL << 30);
+    EXPECT_EQ(zolCacheBytes({0x22, (7U << 22) | 63, 63, 0}), 0);
+    EXPECT_EQ(zolCacheBytes({0, 0, 0, 0}), -1);
+    int bytes = 0;
+    EXPECT_EQ(zolGetMaxCacheSizeB(&bytes), zolStsNoErr);
+    EXPECT_GE(bytes, 16 * 1024);
+    EXPECT_EQ(zolGetMaxCacheSizeB(nullptr), zolStsNullPtrErr);
+}
+
+TEST_F(Zolcore, PassesCpuidThroughWhenAskedByTheWord) {
+    Zol64u mask = 0;
+    std::memcpy(&mask, "mixcadre", sizeof mask);
+    Zol32u registers[4] = {0x80000000U, 1, 2, 3};
+    ASSERT_EQ(zolGetCpuFeatures(&mask, registers), zolStsNoErr);
+    ZolCpuid const wanted = zolCpuid(0x80000000U, 0);
+    EXPECT_EQ(registers[0], wanted.eax);
+    EXPECT_EQ(registers[2], wanted.ecx);
+    std::memcpy(&mask, "mixcadre", sizeof mask);
+    EXPECT_EQ(zolGetCpuFeatures(&mask, nullptr), zolStsNullPtrErr);
+    EXPECT_EQ(zolGetCpuFeatures(nullptr, registers), zolStsNullPtrErr);
+    mask = 0;
+    ASSERT_EQ(zolGetCpuFeatures(&mask, registers), zolStsNoErr);
+    EXPECT_EQ(mask & 0x7, 0x7U);
+    EXPECT_EQ(registers[0], zolCpuid(1, 0).eax);
+}
+
+TEST_F(Zolcore, EnablesWhatTheMaskAndTheProcessorShare) {
+    Zol64u features = 0;
+    zolGetCpuFeatures(&features, nullptr);
+    zolInit();
+    EXPECT_EQ(zolGetEnabledCpuFeatures(), features);
+    EXPECT_EQ(zolSetCpuFeatures(0x7), zolStsNoErr);
+    EXPECT_EQ(zolGetEnabledCpuFeatures(), 0x7U);
+    Zol64u const missing = 1ULL << 40;
+    EXPECT_EQ(zolSetCpuFeatures(0x7 | missing), zolStsCpuFeatureMissing);
+    EXPECT_EQ(zolGetEnabledCpuFeatures(), 0x7U);
+    EXPECT_EQ(zolInit(), zolStsNoErr);
+    EXPECT_EQ(zolInit(), zolStsNoErr);
+    EXPECT_EQ(zolGetEnabledCpuFeatures(), features);
+}
+
+TEST_F(Zolcore, ThreadsAndTexts) {
+    int threads = 0;
+    EXPECT_EQ(zolGetNumThreads(&threads), zolStsNoErr);
+    EXPECT_EQ(threads, 1);
+    EXPECT_EQ(zolGetNumThreads(nullptr), zolStsNullPtrErr);
+    EXPECT_EQ(zolSetNumThreads(1), zolStsNoErr);
+    EXPECT_LT(zolSetNumThreads(0), 0);
+    EXPECT_GT(zolSetNumThreads(2), 0);
+    EXPECT_STREQ(zolGetStatusString(zolStsNoErr), "No error");
+    EXPECT_STREQ(zolGetStatusString(zolStsDomain), "An argument is outside the function's domain");
+    EXPECT_STREQ(zolGetStatusString(-1000), "Unknown error");
+    EXPECT_STREQ(zolGetStatusString(1000), "Unknown warning");
+}
+
+} // namespace

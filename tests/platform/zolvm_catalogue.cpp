@@ -1,0 +1,236 @@
+// zolvm_catalogue.cpp - the rows come from the library's own header.
+#include "zolvm_catalogue.h"
+
+#include <cstring>
+#include <map>
+#include <xmmintrin.h>
+
+Traces lastTraces;
+bool harnessModes = false;
+
+namespace {
+
+constexpr unsigned flagBits = 0x3f;
+
+// Calls with clean flags and keeps what is left of them.
+template <class Call>
+ZolStatus traced(Call const& call) {
+    unsigned short outerWord = 0;
+    unsigned short after87 = 0;
+    unsigned short x87 = 0;
+    asm volatile("fnclex\n\tfnstcw %0" : "=m"(outerWord) : : "memory");
+    unsigned const outer = _mm_getcsr() & ~flagBits;
+    unsigned short const word =
+        harnessModes ? static_cast<unsigned short>((outerWord & 0xfcfbU) | 0x0200U) : outerWord;
+    unsigned const csr = harnessModes ? outer | 0x8000U : outer;
+    asm volatile("fldcw %0" : : "m"(word));
+    _mm_setcsr(csr);
+    ZolStatus const status = call();
+    unsigned const after = _mm_getcsr();
+    asm volatile("fnstsw %0\n\tfnstcw %1" : "=m"(x87), "=m"(after87) : : "memory");
+    asm volatile("fnclex\n\tfldcw %0" : : "m"(outerWord));
+    _mm_setcsr(outer);
+    lastTraces = {after & flagBits, x87 & flagBits,
+                  ((after & ~flagBits) ^ csr) | static_cast<unsigned>(word ^ after87), false};
+    return status;
+}
+
+template <class T>
+struct Traits {
+    static constexpr bool isComplex = false;
+    static T make(std::complex<double> z) { return static_cast<T>(z.real()); }
+    static std::complex<double> read(T x) { return static_cast<double>(x); }
+};
+template <class C, class R>
+struct ComplexTraits {
+    static constexpr bool isComplex = true;
+    static C make(std::complex<double> z) {
+        return {static_cast<R>(z.real()), static_cast<R>(z.imag())};
+    }
+    static std::complex<double> read(C z) {
+        return {static_cast<double>(z.re), static_cast<double>(z.im)};
+    }
+};
+template <>
+struct Traits<Zol32fc> : ComplexTraits<Zol32fc, float> {};
+template <>
+struct Traits<Zol64fc> : ComplexTraits<Zol64fc, double> {};
+
+// Arrays whose first element stands extra elements behind an aligned place.
+template <class T>
+std::vector<T> arrayOf(Numbers const& numbers, std::size_t extra) {
+    std::vector<T> array(extra + numbers.size());
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        array[extra + i] = Traits<T>::make(numbers[i]);
+    }
+    return array;
+}
+
+// call(first, second, destination 1, destination 2, length) hides the shape.
+template <class S, class D, class Call>
+Function row(char const* name, int sources, int results, bool byValue, Call call) {
+    Function function;
+    function.name = name;
+    std::size_t const bar = function.name.find('_');
+    function.family = function.name.substr(4, bar - 4);
+    std::size_t const second = function.name.find('_', bar + 1);
+    function.accuracy = second == std::string::npos ? "" : function.name.substr(second + 1);
+    function.single = function.name.find("_32f") != std::string::npos;
+    function.complexSource = Traits<S>::isComplex;
+    function.complexResult = Traits<D>::isComplex;
+    function.sources = sources;
+    function.results = results;
+    function.byValue = byValue;
+    function.call = [=](Numbers const& a, Numbers const& b, Numbers& out, int extra, bool inPlace) {
+        std::size_t const skip = static_cast<std::size_t>(extra);
+        std::vector<S> first = arrayOf<S>(a, skip);
+        std::vector<S> const second2 = arrayOf<S>(sources == 2 ? b : a, skip);
+        std::vector<D> dest1(a.size() + skip + 1);
+        std::vector<D> dest2(a.size() + skip + 1);
+        std::memset(&dest1.back(), 0x5a, sizeof(D));
+        dest2.back() = dest1.back();
+        D const guard = dest1.back();
+        D* to = dest1.data() + skip;
+        if constexpr (std::is_same_v<S, D>) {
+            to = inPlace ? first.data() + skip : to;
+        }
+        ZolStatus const status = traced([&] {
+            return call(first.data() + skip, second2.data() + skip, to, dest2.data() + skip,
+                        static_cast<int>(a.size()));
+        });
+        lastTraces.wroteBehind = std::memcmp(&guard, &dest1.back(), sizeof(D)) != 0 ||
+                                 std::memcmp(&guard, &dest2.back(), sizeof(D)) != 0;
+        out.clear();
+        for (std::size_t i = 0; i < a.size(); ++i) {
+            out.push_back(Traits<D>::read(to[i]));
+        }
+        for (std::size_t i = 0; results == 2 && i < a.size(); ++i) {
+            out.push_back(Traits<D>::read(dest2[skip + i]));
+        }
+        return status;
+    };
+    function.callBadly = [=](unsigned nulls, int length) {
+        S source[2] = {};
+        D dest[2] = {};
+        S const* const first = (nulls & 1U) != 0 ? nullptr : source;
+        S const* const second2 = (nulls & 2U) != 0 && !byValue ? nullptr : source;
+        D* const to1 = (nulls & 4U) != 0 ? nullptr : dest;
+        D* const to2 = (nulls & 8U) != 0 ? nullptr : dest + 1;
+        return call(first, second2, to1, to2, length);
+    };
+    return function;
+}
+
+#define ROW_UNARY(name, S, D)                                                                      \
+    row<S, D>(#name, 1, 1, false,                                                                  \
+              [](S const* a, S const*, D* d, D*, int n) { return name(a, d, n); }),
+#define ROW_BINARY(name, S, D)                                                                     \
+    row<S, D>(#name, 2, 1, false,                                                                  \
+              [](S const* a, S const* b, D* d, D*, int n) { return name(a, b, d, n); }),
+#define ROW_SCALAR(name, S, D)                                                                     \
+    row<S, D>(#name, 2, 1, true,                                                                   \
+              [](S const* a, S const* b, D* d, D*, int n) { return name(a, *b, d, n); }),
+#define ROW_TWO_RESULTS(name, S, D)                                                                \
+    row<S, D>(#name, 1, 2, false,                                                                  \
+              [](S const* a, S const*, D* d, D* e, int n) { return name(a, d, e, n); }),
+
+// Work intervals of real rows, by family and then type letter or accuracy where it matters.
+std::map<std::string, Work> const works = {
+    {"Inv", {{1e-4, 1e4}, {}, {}, {}}},
+    {"Div", {{1e-4, 1e4}, {1e-4, 1e4}, {}, {}}},
+    {"Sqrt", {{0, 1e4}, {}, {}, {}}},
+    {"InvSqrt", {{0.1, 1e4}, {}, {}, {}}},
+    {"InvCbrt", {{0.1, 1e4}, {}, {}, {}}},
+    {"Pow3o2", {{0.1, 1e4}, {}, {}, {}}},
+    {"Pow2o3", {{0.1, 1e4}, {}, {}, {}}},
+    {"Ln", {{0.1, 1e4}, {}, {}, {}}},
+    {"Log10", {{0.1, 1e4}, {}, {}, {}}},
+    {"Tan", {{-1000, 1000}, {}, {}, {}}},
+    {"sPow", {{0.1, 10}, {0.1, 10}, {}, {}}},
+    {"sPowx", {{0.1, 10}, {0.1, 10}, {}, {}}},
+    {"dPow", {{5, 100}, {5, 100}, {}, {}}},
+    {"dPowx", {{5, 100}, {5, 10}, {}, {}}},
+    {"sExp", {{-87, 87}, {}, {}, {}}},
+    {"sCosh", {{-87, 87}, {}, {}, {}}},
+    {"sSinh", {{-87, 87}, {}, {}, {}}},
+    {"dExp", {{-707, 707}, {}, {}, {}}},
+    {"dCosh", {{-675, 675}, {}, {}, {}}},
+    {"dSinh", {{-675, 675}, {}, {}, {}}},
+    {"Acos", {{-1, 1}, {}, {}, {}}},
+    {"Asin", {{-1, 1}, {}, {}, {}}},
+    {"Atan", {{-5, 5}, {}, {}, {}}},
+    {"sTanh", {{-9, 9}, {}, {}, {}}},
+    {"dTanh", {{-19, 19}, {}, {}, {}}},
+    {"sAcosh", {{4, 1e19}, {}, {}, {}}},
+    {"sAsinh", {{4, 1e19}, {}, {}, {}}},
+    {"dAcosh", {{1.001, 1e154}, {}, {}, {}}},
+    {"dAsinh", {{0.002, 1e154}, {}, {}, {}}},
+    {"sAtanh", {{0.77, 0.99999}, {}, {}, {}}},
+    {"dAtanh", {{0.005, 0.99999}, {}, {}, {}}},
+    {"sErf", {{0.126, 4}, {}, {}, {}}},
+    {"dErf", {{0.5, 5.9}, {}, {}, {}}},
+    {"sErfc", {{-3, 9}, {}, {}, {}}},
+    {"dErfc", {{-5, 25}, {}, {}, {}}},
+    {"ErfInv", {{-0.99999, 0.99999}, {}, {}, {}}},
+    {"ErfcInv", {{0.00001, 1.99999}, {}, {}, {}}},
+    {"sCdfNorm", {{-8, 5}, {}, {}, {}}},
+    {"dCdfNorm", {{-32, 8}, {}, {}, {}}},
+    {"CdfNormInv", {{0.00001, 0.99999}, {}, {}, {}}},
+    {"sExpm1", {{-70, 70}, {}, {}, {}}},
+    {"dExpm1", {{-500, 500}, {}, {}, {}}},
+    {"Log1p", {{1, 999}, {}, {}, {}}},
+};
+
+} // namespace
+
+std::vector<Function> const& allFunctions() {
+    static std::vector<Function> const rows = {ZOLVM_UNARY(ROW_UNARY) ZOLVM_BINARY(
+        ROW_BINARY) ZOLVM_SCALAR(ROW_SCALAR) ZOLVM_TWO_RESULTS(ROW_TWO_RESULTS)};
+    return rows;
+}
+
+std::vector<Function> rowsOf(std::string const& family, bool single, bool complexSource) {
+    std::vector<Function> rows;
+    for (Function const& function : allFunctions()) {
+        if (function.family == family && function.single == single &&
+            function.complexSource == complexSource) {
+            rows.push_back(function);
+        }
+    }
+    return rows;
+}
+
+Work workOf(Function const& function) {
+    Interval const wide{-1e4, 1e4};
+    if (function.complexSource) {
+        bool const wideFamily =
+            std::string("Abs Arg Conj Add Sub Mul MulByConj Div").find(function.family) !=
+            std::string::npos;
+        Interval const narrow{0.01, 20};
+        bool const product =
+            function.family == "Mul" || function.family == "Div" || function.family == "MulByConj";
+        if (product && (function.accuracy == "A11" || function.accuracy == "A26")) {
+            return {{1e3, 1e4}, {1, 10}, {1, 10}, {1, 10}};
+        }
+        return wideFamily ? Work{wide, wide, wide, wide} : Work{narrow, narrow, narrow, narrow};
+    }
+    for (std::string const& key :
+         {(function.single ? "s" : "d") + function.family, function.family}) {
+        if (auto const found = works.find(key); found != works.end()) {
+            return found->second;
+        }
+    }
+    return {wide, wide, {}, {}};
+}
+
+std::vector<Zol64u> runnablePaths() {
+    Zol64u features = 0;
+    zolGetCpuFeatures(&features, nullptr);
+    std::vector<Zol64u> paths = {0x7};
+    for (Zol64u const mask : {0x81dfULL, 0x73081dfULL}) {
+        if ((mask & ~features & ~Zol64u{zolCPUID_MOVBE}) == 0) {
+            paths.push_back(mask);
+        }
+    }
+    return paths;
+}

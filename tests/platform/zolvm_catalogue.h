@@ -1,0 +1,71 @@
+// zolvm_catalogue.h - the 392 functions of the library as rows that a test can walk: name, shape,
+// types, and a call that takes doubles and gives doubles.
+#ifndef TESTS_PLATFORM_ZOLVM_CATALOGUE_H
+#define TESTS_PLATFORM_ZOLVM_CATALOGUE_H
+
+#include <complex>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "zolvm.h"
+
+using Numbers = std::vector<std::complex<double>>;
+
+// What the last call through a row left behind: exception flags of both units, which are cleared
+// before the call, the control bits that it changed, and whether it wrote behind a destination.
+struct Traces {
+    unsigned sseFlags;
+    unsigned x87Flags;
+    unsigned changedControl;
+    bool wroteBehind;
+};
+extern Traces lastTraces;
+
+// Whether calls are made in the modes that the measuring program sets: flush-to-zero, 53 bits and
+// an unmasked zero-divide in the x87 unit.
+extern bool harnessModes;
+
+struct Function {
+    std::string name;     // zolsSin_32f_A11
+    std::string family;   // Sin
+    std::string accuracy; // A11, or empty
+    bool single;          // float, not double
+    bool complexSource;
+    bool complexResult;
+    int sources;
+    int results;
+    bool byValue; // the second source is one number
+
+    // Calls the function on arrays of its own type, made of the sources. The results of a second
+    // destination follow those of the first. The extra elements before the arrays move them off
+    // their alignment; inPlace gives the first source as destination, too.
+    std::function<ZolStatus(Numbers const& first, Numbers const& second, Numbers& results,
+                            int extra, bool inPlace)>
+        call;
+    // Calls with pointers that may be null: bit i of nulls counts pointers from the left.
+    std::function<ZolStatus(unsigned nulls, int length)> callBadly;
+};
+
+std::vector<Function> const& allFunctions();
+// Rows of one family and type, without a regard to accuracy.
+std::vector<Function> rowsOf(std::string const& family, bool single, bool complexSource);
+
+struct Interval {
+    double low;
+    double high;
+};
+// What a function is measured on: real part or number of each source; the imaginary parts have
+// intervals of their own.
+struct Work {
+    Interval first;
+    Interval second;
+    Interval firstImaginary;
+    Interval secondImaginary;
+};
+Work workOf(Function const& function);
+
+// The masks of the code paths that this machine can run, baseline first.
+std::vector<Zol64u> runnablePaths();
+
+#endif
