@@ -71,16 +71,9 @@ void checkSession(psSession const& session, std::vector<Key> const& keys, std::s
     FUZZ_CHECK(session.m_conditions->size() == conditions, text);
 }
 
-// Some texts do not come back from a line of the file as they went in, or mean something else when
-// they come from there: an empty one given by -d, blanks around it, a comment, a section's header.
-bool survivesFile(std::vector<Key> const& keys) {
-    for (Key const& key : keys) {
-        std::size_t const sign = key.arg.find('=');
-        if (key.letter == 'd' && sign != std::string::npos &&
-            key.arg.find_first_not_of(" \t\r=", sign) == std::string::npos) {
-            return false;
-        }
-    }
+// Some texts do not come back from a line of the file as they went in: those with blanks around
+// them, a comment, a section's header.
+bool survivesFile() {
     psValues const* const values = g_istrm.getIniFile()->getSectionValues("Perf System");
     FUZZ_CHECK(values != nullptr, "");
     for (psValueItem const* item : *values) {
@@ -173,7 +166,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
         if (g_istrm.savesToIni()) {
             g_istrm.getIniFile()->updateFile();
             // No other file may have taken its name.
-            iniWritten = !hasAny(keys, "oOrRquUg") && survivesFile(keys);
+            iniWritten = !hasAny(keys, "oOrRquUg") && survivesFile();
             iniPath = psSession::getInPath(fuzz.session.m_iniName).c_str();
         }
         settings = fuzz.settings();

@@ -44,5 +44,6 @@ TEST(PsMapDefault, NamesAreAbbreviatedInAnyCaseFirstEntryWins) {
     EXPECT_STREQ(map.prompt().c_str(), "M {Auto|Mean|Medium}");
     expectValues(map, {{"m", 1}, {"MED", 2}, {"aut", 0}, {"Mean", 1}});
     EXPECT_THROW(map.translate("Manual"), psException);
+    EXPECT_THROW(map.translate(""), psException);
     EXPECT_STREQ(map.valueString().c_str(), "Mean");
 }
