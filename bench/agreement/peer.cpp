@@ -47,11 +47,11 @@ void prepare(TimZolVM* test) {
 }
 
 // One call in the shape of the function's row; all shapes pass pointers and a length.
-void call(int row, int length) {
+void call(int row, int shape, int length) {
     using Unary = ZolStatus (*)(void*, void*, int);
     using Binary = ZolStatus (*)(void*, void*, void*, int);
     void (*const function)() = reinterpret_cast<void (*)()>(defFunc[row].func);
-    switch (vtsGetFuncShape(row)) {
+    switch (shape) {
     case vtsShapeBinary:
         reinterpret_cast<Binary>(function)(pSrc, pSrc2, pDst, length);
         break;
@@ -71,8 +71,9 @@ void measure(benchmark::State& state, TimZolVM* test) {
         state.SkipWithError("no data");
         return;
     }
+    int const shape = vtsGetFuncShape(row);
     for ([[maybe_unused]] auto round : state) {
-        call(row, length);
+        call(row, shape, length);
         benchmark::ClobberMemory();
     }
 }
