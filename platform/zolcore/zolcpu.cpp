@@ -19,18 +19,18 @@ struct Feature {
 };
 
 Feature const features[] = {
-    {zolCPUID_MMX, leaf1Edx, 23, none},       {zolCPUID_SSE, leaf1Edx, 25, none},
-    {zolCPUID_SSE2, leaf1Edx, 26, none},      {zolCPUID_SSE3, leaf1Ecx, 0, none},
-    {zolCPUID_SSSE3, leaf1Ecx, 9, none},      {zolCPUID_MOVBE, leaf1Ecx, 22, none},
-    {zolCPUID_SSE41, leaf1Ecx, 19, none},     {zolCPUID_SSE42, leaf1Ecx, 20, none},
-    {zolCPUID_AVX, leaf1Ecx, 28, ymm},        {zolCPUID_AES, leaf1Ecx, 25, none},
-    {zolCPUID_CLMUL, leaf1Ecx, 1, none},      {zolCPUID_RDRAND, leaf1Ecx, 30, none},
-    {zolCPUID_F16C, leaf1Ecx, 29, ymm},       {zolCPUID_AVX2, leaf7Ebx, 5, ymm},
-    {zolCPUID_ADCOX, leaf7Ebx, 19, none},     {zolCPUID_RDSEED, leaf7Ebx, 18, none},
+    {zolCPUID_MMX, leaf1Edx, 23, none},         {zolCPUID_SSE, leaf1Edx, 25, none},
+    {zolCPUID_SSE2, leaf1Edx, 26, none},        {zolCPUID_SSE3, leaf1Ecx, 0, none},
+    {zolCPUID_SSSE3, leaf1Ecx, 9, none},        {zolCPUID_MOVBE, leaf1Ecx, 22, none},
+    {zolCPUID_SSE41, leaf1Ecx, 19, none},       {zolCPUID_SSE42, leaf1Ecx, 20, none},
+    {zolCPUID_AVX, leaf1Ecx, 28, ymm},          {zolCPUID_AES, leaf1Ecx, 25, none},
+    {zolCPUID_CLMUL, leaf1Ecx, 1, none},        {zolCPUID_RDRAND, leaf1Ecx, 30, none},
+    {zolCPUID_F16C, leaf1Ecx, 29, ymm},         {zolCPUID_AVX2, leaf7Ebx, 5, ymm},
+    {zolCPUID_ADCOX, leaf7Ebx, 19, none},       {zolCPUID_RDSEED, leaf7Ebx, 18, none},
     {zolCPUID_PREFETCHW, extendedEcx, 8, none}, {zolCPUID_SHA, leaf7Ebx, 29, none},
-    {zolCPUID_AVX512F, leaf7Ebx, 16, zmm},    {zolCPUID_AVX512CD, leaf7Ebx, 28, zmm},
-    {zolCPUID_AVX512ER, leaf7Ebx, 27, zmm},   {zolCPUID_AVX512PF, leaf7Ebx, 26, zmm},
-    {zolCPUID_AVX512BW, leaf7Ebx, 30, zmm},   {zolCPUID_AVX512DQ, leaf7Ebx, 17, zmm},
+    {zolCPUID_AVX512F, leaf7Ebx, 16, zmm},      {zolCPUID_AVX512CD, leaf7Ebx, 28, zmm},
+    {zolCPUID_AVX512ER, leaf7Ebx, 27, zmm},     {zolCPUID_AVX512PF, leaf7Ebx, 26, zmm},
+    {zolCPUID_AVX512BW, leaf7Ebx, 30, zmm},     {zolCPUID_AVX512DQ, leaf7Ebx, 17, zmm},
     {zolCPUID_AVX512VL, leaf7Ebx, 31, zmm},
 };
 

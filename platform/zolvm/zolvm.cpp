@@ -48,11 +48,12 @@ constinit zolvmKernels const* kernels = &zolvm::sse2::kernels;
 
 void select(Zol64u enabled) {
     bool const fma = __builtin_cpu_supports("fma") != 0;
-    zolvmKernels const* const* row = candidates;
-    while (((*row)->needs & ~enabled) != 0 || ((*row)->needsFma && !fma)) {
-        ++row;
+    for (zolvmKernels const* const candidate : candidates) {
+        if ((candidate->needs & ~enabled) == 0 && (fma || !candidate->needsFma)) {
+            kernels = candidate;
+            return;
+        }
     }
-    kernels = *row;
 }
 
 // A program may call a function without zolInit: it gets the best path, too.

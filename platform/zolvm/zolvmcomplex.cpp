@@ -230,7 +230,8 @@ ZOLVM_INLINE Pair squareOfNorm(Complex<double> z) {
 }
 template <bool isLong>
 ZOLVM_INLINE LogPair lnPair(Complex<double> z) {
-    return {scaled(logPair(squareOfNorm(z)), 0.5), atan2Pair<isLong>({z.im, 0.0}, {z.re, 0.0})};
+    return {scaled(logPair<isLong>(squareOfNorm(z)), 0.5),
+            atan2Pair<isLong>({z.im, 0.0}, {z.re, 0.0})};
 }
 template <Kind K, class R>
 ZOLVM_INLINE Complex<R> lnOf2(Complex<R> z) {

@@ -2,7 +2,7 @@
 // pairs of doubles, the second carrying what the rounding of the first leaves. No tables and no
 // branches, so that loops over them vectorise. Included by the kernel sources alone.
 //
-// Relative errors are about 2^-65 for the logarithm and the long arc tangent, 2^-57 for the others:
+// Relative errors are about 2^-65 for the long forms, 2^-57 for the others:
 // a result whose parts are added once more is within 0.6 units in the last place.
 #ifndef ZOLVM_ZOLVMFINE_H
 #define ZOLVM_ZOLVMFINE_H
@@ -88,15 +88,19 @@ ZOLVM_INLINE Pair choose(bool condition, Pair yes, Pair no) {
 }
 ZOLVM_INLINE double rounded(Pair a) { return a.hi + a.lo; }
 
-template <int terms>
-ZOLVM_INLINE double polynomial(double const (&coefficients)[terms], double x) {
-    double sum = coefficients[terms - 1];
+template <class T, int terms>
+ZOLVM_INLINE T polynomial(double const (&coefficients)[terms], T x) {
+    T sum = static_cast<T>(coefficients[terms - 1]);
 #pragma GCC unroll 32
     for (int i = terms - 2; i >= 0; --i) {
 #ifdef __FMA__
-        sum = __builtin_fma(sum, x, coefficients[i]);
+        if constexpr (sizeof(T) == 4) {
+            sum = __builtin_fmaf(sum, x, static_cast<T>(coefficients[i]));
+        } else {
+            sum = __builtin_fma(sum, x, coefficients[i]);
+        }
 #else
-        sum = sum * x + coefficients[i];
+        sum = sum * x + static_cast<T>(coefficients[i]);
 #endif
     }
     return sum;
@@ -151,24 +155,39 @@ constexpr double logTail[] = {0x1.999999999999ap-2, 0x1.2492492492491p-2, 0x1.c7
                               0x1.e1f80a4c22cd4p-4, 0x1.ac4927065cf5ap-4, 0x1.b8e0c07ef591ap-4};
 constexpr Pair twoThirds{0x1.5555555555555p-1, 0x1.5555555555555p-55};
 
-// Logarithm of a normal x that is up to 2^1023, to which k logarithms of 2 may be added.
-ZOLVM_INLINE Pair logPair(Pair x, double k = 0.0) {
+// m = 1 + f with f in [sqrt(1/2) - 1, sqrt(2) - 1] and what m lacks: the logarithm as
+// f - f^2 / 2 and a rest that is small enough for plain numbers.
+ZOLVM_INLINE Pair logNearOne(double m, double mLow) {
+    double const f = m - 1.0;
+    double const s = f / (m + 1.0);
+    double const t = s * s;
+    Pair const half = exactProduct(f, 0.5 * f);
+    double const rest = s * (half.hi + t * (twoThirds.hi + t * polynomial(logTail, t)));
+    Pair const top = quickSum(f, -half.hi);
+    return quickSum(top.hi, top.lo + ((rest - half.lo) + mLow * (1.0 - 2.0 * s * (1.0 - s))));
+}
+// The same to about 2^-65, for logarithms that are multiplied before they are rounded.
+ZOLVM_INLINE Pair logNearOneLong(double m, double mLow) {
+    double const d = m + 1.0;
+    Pair const s = exactSum(m - 1.0, mLow) / Pair{d, (m - (d - 1.0)) + mLow};
+    Pair const t = s * s;
+    Pair const inner = quickSum(twoThirds.hi, t.hi * polynomial(logTail, t.hi));
+    return s * (t * Pair{inner.hi, inner.lo + twoThirds.lo} + 2.0);
+}
+
+// Logarithm of a normal x that is up to 2^1023.
+template <bool isLong = false>
+ZOLVM_INLINE Pair logPair(Pair x) {
     constexpr Bits mantissa = 0x000fffffffffffffULL;
     constexpr Bits sqrtHalfBits = 0x3fe6a09e667f3bcdULL;
     constexpr Bits oneBits = 0x3ff0000000000000ULL;
     constexpr Bits shiftBits = 0x4330000000000000ULL; // of 2^52
     Bits const moved = bitsOf(x.hi) + (oneBits - sqrtHalfBits);
     Bits const exponent = moved >> 52;
-    k += fromBits(exponent | shiftBits) - (0x1p52 + 1023);
+    double const k = fromBits(exponent | shiftBits) - (0x1p52 + 1023);
     double const m = fromBits((moved & mantissa) + sqrtHalfBits);
     double const mLow = x.lo * 0.5 * fromBits((2047 - exponent) << 52);
-    double const f = m - 1.0;
-    double const d = m + 1.0;
-    Pair const s = exactSum(f, mLow) / Pair{d, (m - (d - 1.0)) + mLow};
-    Pair const t = s * s;
-    Pair const inner = quickSum(twoThirds.hi, t.hi * polynomial(logTail, t.hi));
-    Pair const factor = t * Pair{inner.hi, inner.lo + twoThirds.lo} + 2.0;
-    Pair const fraction = s * factor;
+    Pair const fraction = isLong ? logNearOneLong(m, mLow) : logNearOne(m, mLow);
     Pair const sum = exactSum(k * ln2.hi, fraction.hi);
     return quickSum(sum.hi, sum.lo + (fraction.lo + k * ln2.lo));
 }
@@ -287,12 +306,13 @@ ZOLVM_INLINE Pair erfcxPair(Pair x) {
     Pair const inner = erfcx1 + q.hi * polynomial(erfcxTail, q.hi);
     return (erfcx0 + q * inner) / (scaled(x, 2.0) + 1.0);
 }
+// erfc(x) for 0 <= x <= 26.6.
+ZOLVM_INLINE Pair erfcTail(Pair x) { return expPair(-(x * x)) * erfcxPair(x); }
 ZOLVM_INLINE Pair erfcPair(Pair x) {
     Pair const away = choose(x.hi < 0, -x, x);
     Pair const small = erfNearZero(choose(away.hi < erfSplit, x, {0.5, 0.0}));
     // For a large negative x the tail doesn't count, but its exponential has to stay in range.
-    Pair const held = choose(away.hi > 26.6, {26.6, 0.0}, away);
-    Pair const tail = expPair(-(held * held)) * erfcxPair(held);
+    Pair const tail = erfcTail(choose(away.hi > 26.6, {26.6, 0.0}, away));
     Pair const reflected = choose(x.hi < 0, -tail + 2.0, tail);
     return choose(away.hi < erfSplit, -small + 1.0, reflected);
 }

@@ -15,6 +15,7 @@ enum Rule : unsigned {
     rulePoleAtZero = 2, // it is one if the first argument is zero, otherwise an overflow
     rulePoleByZero = 4, // it is one if the second argument is zero, otherwise an overflow
     ruleUnderflows = 8, // a result below the normal numbers is an underflow
+    ruleAccurate = 16,  // the function of one element errs by less than a unit
 };
 
 // Status of a real result, 0 if the element is an ordinary one. The second argument is 1 where

@@ -3,6 +3,7 @@
 #define ZOLVM_ZOLVMTABLE_H
 
 // Kinds of kernels:
+//   Cheap  a few terms of our own, for the enhanced-performance forms
 //   Vec    the C library's vector functions and plain arithmetic, in the precision of the type
 //   Wide   Vec in double precision, rounded to single
 //   Fine   double precision with the low parts of results carried along
@@ -21,33 +22,33 @@
     SIX(UNARY, Cbrt, Vec, Vec, Wide, Vec, Vec, Fine)                                               \
     SIX(UNARY, CdfNorm, Vec, Wide, Wide, Vec, Fine, Fine)                                          \
     SIX(UNARY, CdfNormInv, Vec, Wide, Wide, Vec, Fine, Fine)                                       \
-    SIX(UNARY, Cos, Vec, Vec, Wide, Vec, Vec, Fine)                                                \
+    SIX(UNARY, Cos, Cheap, Vec, Wide, Cheap, Vec, Fine)                                            \
     SIX(UNARY, Cosh, Vec, Vec, Wide, Vec, Vec, Fine)                                               \
     SIX(UNARY, Erf, Vec, Vec, Wide, Vec, Vec, Fine)                                                \
     SIX(UNARY, ErfInv, Vec, Wide, Wide, Vec, Fine, Fine)                                           \
     SIX(UNARY, Erfc, Vec, Vec, Wide, Vec, Vec, Fine)                                               \
     SIX(UNARY, ErfcInv, Vec, Wide, Wide, Vec, Fine, Fine)                                          \
-    SIX(UNARY, Exp, Vec, Vec, Wide, Vec, Vec, Fine)                                                \
+    SIX(UNARY, Exp, Cheap, Vec, Wide, Cheap, Vec, Fine)                                            \
     SIX(UNARY, Expm1, Vec, Vec, Wide, Vec, Vec, Fine)                                              \
     SIX(UNARY, Inv, Ieee, Ieee, Ieee, Ieee, Ieee, Ieee)                                            \
-    SIX(UNARY, InvCbrt, Vec, Wide, Wide, Vec, Vec, Fine)                                           \
+    SIX(UNARY, InvCbrt, Vec, Wide, Wide, Vec, Fine, Fine)                                          \
     SIX(UNARY, InvSqrt, Ieee, Ieee, Wide, Ieee, Ieee, Fine)                                        \
-    SIX(UNARY, Ln, Vec, Vec, Wide, Vec, Vec, Fine)                                                 \
-    SIX(UNARY, Log10, Vec, Vec, Wide, Vec, Vec, Fine)                                              \
+    SIX(UNARY, Ln, Cheap, Vec, Wide, Cheap, Vec, Fine)                                             \
+    SIX(UNARY, Log10, Cheap, Vec, Wide, Cheap, Vec, Fine)                                          \
     SIX(UNARY, Log1p, Vec, Vec, Wide, Vec, Vec, Fine)                                              \
     SIX(UNARY, Pow2o3, Vec, Wide, Wide, Vec, Fine, Fine)                                           \
     SIX(UNARY, Pow3o2, Vec, Vec, Wide, Vec, Vec, Fine)                                             \
-    SIX(UNARY, Sin, Vec, Vec, Wide, Vec, Vec, Fine)                                                \
+    SIX(UNARY, Sin, Cheap, Vec, Wide, Cheap, Vec, Fine)                                            \
     SIX(UNARY, Sinh, Vec, Vec, Wide, Vec, Vec, Fine)                                               \
     SIX(UNARY, Sqrt, Ieee, Ieee, Ieee, Ieee, Ieee, Ieee)                                           \
-    SIX(UNARY, Tan, Vec, Vec, Wide, Vec, Vec, Fine)                                                \
+    SIX(UNARY, Tan, Cheap, Vec, Wide, Cheap, Vec, Fine)                                            \
     SIX(UNARY, Tanh, Vec, Vec, Wide, Vec, Vec, Fine)                                               \
     SIX(BINARY, Atan2, Vec, Vec, Wide, Vec, Vec, Fine)                                             \
     SIX(BINARY, Div, Ieee, Ieee, Ieee, Ieee, Ieee, Ieee)                                           \
     SIX(BINARY, Hypot, Vec, Vec, Wide, Vec, Vec, Fine)                                             \
-    SIX(BINARY, Pow, Vec, Vec, Wide, Vec, Vec, Fine)                                               \
-    SIX(SCALAR, Powx, Vec, Vec, Wide, Vec, Vec, Fine)                                              \
-    SIX(TWO_RESULTS, SinCos, Vec, Vec, Wide, Vec, Vec, Fine)                                       \
+    SIX(BINARY, Pow, Cheap, Vec, Wide, Cheap, Vec, Fine)                                           \
+    SIX(SCALAR, Powx, Cheap, Vec, Wide, Cheap, Vec, Fine)                                          \
+    SIX(TWO_RESULTS, SinCos, Cheap, Vec, Wide, Cheap, Vec, Fine)                                   \
     BEST(UNARY, Abs, Exact, Exact)                                                                 \
     BEST(UNARY, Sqr, Exact, Exact)                                                                 \
     BEST(BINARY, Add, Exact, Exact)                                                                \
@@ -72,7 +73,7 @@
     SIX(UNARY, Atanh, Vec, Vec, Wide, Vec, Vec, Fine)                                              \
     SIX(UNARY, Cos, Vec, Vec, Wide, Vec, Vec, Fine)                                                \
     SIX(UNARY, Cosh, Vec, Vec, Wide, Vec, Vec, Fine)                                               \
-    SIX(UNARY, Exp, Vec, Vec, Wide, Vec, Vec, Fine)                                                \
+    SIX(UNARY, Exp, Cheap, Vec, Wide, Cheap, Vec, Fine)                                            \
     SIX(UNARY, Ln, Wide, Wide, Wide, Vec, Vec, Fine)                                               \
     SIX(UNARY, Log10, Wide, Wide, Wide, Vec, Vec, Fine)                                            \
     SIX(UNARY, Sin, Vec, Vec, Wide, Vec, Vec, Fine)                                                \
@@ -90,6 +91,6 @@
     BEST(BINARY, Sub, Exact, Exact)                                                                \
     TO_REAL(UNARY, Abs, Vec, Vec, Wide, Vec, Vec, Fine)                                            \
     TO_REAL(UNARY, Arg, Vec, Vec, Wide, Vec, Vec, Fine)                                            \
-    FROM_REAL(UNARY, CIS, Vec, Vec, Wide, Vec, Vec, Fine)
+    FROM_REAL(UNARY, CIS, Cheap, Vec, Wide, Cheap, Vec, Fine)
 
 #endif

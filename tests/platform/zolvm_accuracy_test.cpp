@@ -14,8 +14,8 @@
 
 namespace {
 
-constexpr int workCount = 300;
-constexpr int wideCount = 500;
+constexpr int workCount = 1000;
+constexpr int wideCount = 1500;
 
 double const infinity = std::numeric_limits<double>::infinity();
 

@@ -373,9 +373,13 @@ TEST_F(ZolvmBehaviour, ANarrowerMaskRunsOtherCode) {
         }
         resultsOfPaths.push_back(results);
     }
-    // Instruction sets differ in the last bits of some results, if nowhere else.
+    // Fused operations and other vector functions differ in the last bits of some results. The
+    // sanitizers keep the loops scalar, and then only fusing makes a difference.
     for (std::size_t i = 1; i < paths.size(); ++i) {
+        EXPECT_NE(resultsOfPaths[i], resultsOfPaths[0]);
+#ifndef __SANITIZE_ADDRESS__
         EXPECT_NE(resultsOfPaths[i], resultsOfPaths[i - 1]);
+#endif
     }
 }
 

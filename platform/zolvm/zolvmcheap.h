@@ -1,0 +1,102 @@
+// zolvmcheap.h - exponential, logarithm, power, sine and cosine with as few terms as the
+// enhanced-performance forms need: about 2^-12 in single and 2^-27 in double precision. Included
+// by the kernel sources alone.
+#ifndef ZOLVM_ZOLVMCHEAP_H
+#define ZOLVM_ZOLVMCHEAP_H
+
+#include "zolvm/zolvmfine.h"
+
+namespace {
+
+// What the reductions need of a type. Parts of constants are short enough for exact multiples.
+template <class T>
+struct Cheapness;
+template <>
+struct Cheapness<float> {
+    static constexpr int mantissaBits = 23;
+    static constexpr unsigned bias = 127;
+    static constexpr unsigned sqrtHalf = 0x3f3504f3U; // bits of sqrt(1/2)
+    static constexpr unsigned one = 0x3f800000U;
+    static constexpr unsigned shift = 0x4b000000U; // bits of 2^23
+    static constexpr double ln2[] = {0x1.62e4p-1, 0x1.7f7d1cf79abcap-20};
+    static constexpr double pi[] = {0x1.9200000000000p+1, 0x1.fb00000000000p-11,
+                                    0x1.5110b4611a626p-21};
+    static constexpr double exp[] = {0x1.fff61b895d428p-1, 0x1.fffe06161120ap-1,
+                                     0x1.029269b7c9759p-1, 0x1.57638965b855cp-3};
+    static constexpr double log[] = {0x1.fffb0aa608fe6p-1, -0x1.ff7d7b1d3ad0bp-2,
+                                     0x1.58c4b0da63bc1p-2, -0x1.1495b15b2d6bcp-2,
+                                     0x1.634ccb19451c4p-3};
+    static constexpr double logOfPower[] = {
+        0x1.0000113c72f3fp+0, -0x1.00012667a4211p-1, 0x1.552181e117a39p-2, -0x1.fe5e5524f704bp-3,
+        0x1.a45c701699910p-3, -0x1.7c646a3aef0e8p-3, 0x1.dd80f514a6edbp-4};
+    static constexpr double sine[] = {0x1.ffffe64c73483p-1, -0x1.5550206c34df3p-3,
+                                      0x1.1067c5d22922bp-7, -0x1.846b4357404fap-13};
+};
+template <>
+struct Cheapness<double> {
+    static constexpr int mantissaBits = 52;
+    static constexpr Bits bias = 1023;
+    static constexpr Bits sqrtHalf = 0x3fe6a09e667f3bcdULL;
+    static constexpr Bits one = 0x3ff0000000000000ULL;
+    static constexpr Bits shift = 0x4330000000000000ULL;
+    static constexpr double ln2[] = {0x1.62e42fefa3800p-1, 0x1.ef35793c76730p-45};
+    static constexpr double pi[] = {0x1.921fb54400000p+1, 0x1.0b4611a600000p-33,
+                                    0x1.3198a2e037073p-68};
+    static constexpr double exp[] = {
+        0x1.0000000000000p+0, 0x1.000000a21653fp+0, 0x1.000000287f871p-1, 0x1.5554041b96acbp-3,
+        0x1.5554accfdb593p-5, 0x1.126fb8fa71fe6p-7, 0x1.6d7543e4127b8p-10};
+    static constexpr double log[] = {
+        0x1.fffffffab3c37p-1, -0x1.fffff847a7034p-2, 0x1.55555d65bf746p-2, -0x1.000423b72b7d5p-2,
+        0x1.999e867edab4ap-3, -0x1.5423b015df288p-3, 0x1.22cf0fbed0be2p-3, -0x1.0fb035e36d8d6p-3,
+        0x1.0647858f47021p-3, -0x1.313359b9a714ep-4};
+    static constexpr double logOfPower[] = {
+        0x1.fffffffffbcb0p-1, -0x1.fffffffecae59p-2, 0x1.5555556e75120p-2, -0x1.0000015fdf390p-2,
+        0x1.999982ba66962p-3, -0x1.555468681e9b4p-3, 0x1.2495b3ff17576p-3, -0x1.0022d10053211p-3,
+        0x1.c6c74537edb73p-4, -0x1.94a481a90569fp-4, 0x1.72df5f43a0b36p-4, -0x1.7eaf366ddb3dfp-4,
+        0x1.7450fbf77bc18p-4, -0x1.827a940e44864p-5};
+    static constexpr double sine[] = {0x1.ffffffffda36dp-1,  -0x1.555555441e920p-3,
+                                      0x1.11110bfaf8fe8p-7,  -0x1.a017ce4bdc2a1p-13,
+                                      0x1.716fe3c906abep-19, -0x1.9a64e37bdc94fp-26};
+};
+
+template <class T>
+constexpr T integerShiftOf = bound<T>(0x1.8p23, 0x1.8p52);
+
+// e^x for |x| < 709 or 88.
+template <class T>
+ZOLVM_INLINE T cheapExp(T x) {
+    using C = Cheapness<T>;
+    T const shifted = x * T(log2E) + integerShiftOf<T>;
+    T const k = shifted - integerShiftOf<T>;
+    T const r = (x - k * T(C::ln2[0])) - k * T(C::ln2[1]);
+    T const power = __builtin_bit_cast(T, (bitsOf(shifted) + C::bias) << C::mantissaBits);
+    return power * polynomial(C::exp, r);
+}
+
+// Logarithm of a normal number, with the terms of one of the polynomials.
+template <class T, int terms>
+ZOLVM_INLINE T cheapLog(T x, double const (&coefficients)[terms]) {
+    using C = Cheapness<T>;
+    constexpr BitsOf<T> mantissa = (BitsOf<T>(1) << C::mantissaBits) - 1;
+    BitsOf<T> const moved = bitsOf(x) + (C::one - C::sqrtHalf);
+    T const k = __builtin_bit_cast(T, (moved >> C::mantissaBits) | C::shift) -
+                (__builtin_bit_cast(T, C::shift) + T(C::bias));
+    T const f = __builtin_bit_cast(T, (moved & mantissa) + C::sqrtHalf) - 1;
+    return k * T(ln2.hi) + f * polynomial(coefficients, f);
+}
+
+// sin(x + quarters * pi / 2) for a whole number of quarters.
+template <int quarters, class T>
+ZOLVM_INLINE T cheapSine(T x) {
+    using C = Cheapness<T>;
+    constexpr T turns = T(0.5 * quarters);
+    T const shifted = (x * T(0x1.45f306dc9c883p-2) + turns) + integerShiftOf<T>;
+    T const k = (shifted - integerShiftOf<T>)-turns;
+    T const r = ((x - k * T(C::pi[0])) - k * T(C::pi[1])) - k * T(C::pi[2]);
+    T const sine = r * polynomial(C::sine, r * r);
+    return __builtin_bit_cast(T, bitsOf(sine) ^ (bitsOf(shifted) << (8 * sizeof(T) - 1)));
+}
+
+} // namespace
+
+#endif
