@@ -6,8 +6,9 @@
 #define BENCH_UNARY(ROW)                                                                           \
     ROW(Sin, sin)                                                                                  \
     ROW(Cos, cos)                                                                                  \
-    ROW(Exp, exp) ROW(Ln, log) ROW(Tanh, tanh) ROW(Erf, erf) ROW(Sqrt, sqrt) ROW(Atan, atan)       \
-        ROW(Cbrt, cbrt) ROW(Log1p, log1p)
+    ROW(Exp, exp)                                                                                  \
+    ROW(Ln, log) ROW(Tanh, tanh) ROW(Erf, erf) ROW(Sqrt, sqrt) ROW(Atan, atan) ROW(Cbrt, cbrt)     \
+        ROW(Log1p, log1p)
 #define BENCH_BINARY(ROW) ROW(Pow, pow) ROW(Atan2, atan2) ROW(Div, div)
 
 #define BENCH_DECLARE1(family, function)                                                           \
