@@ -70,11 +70,11 @@ void select(Zol64u enabled) {
 
 ZolLibraryVersion const* zolvmGetLibVersion(void) {
     static constexpr ZolLibraryVersion version = {
-        .major = 2,
-        .minor = 0,
-        .build = 0,
+        .major = ZOLVM_MAJOR,
+        .minor = ZOLVM_MINOR,
+        .build = ZOLVM_PATCH,
         .name = "ZOL Vector Math",
-        .version = "2.0.0 (built-in)",
+        .version = ZOLVM_VERSION " (built-in)",
         .buildDate = __DATE__,
     };
     return &version;

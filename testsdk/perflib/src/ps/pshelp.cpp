@@ -6,9 +6,8 @@ bool psSession::hintOutput() {
         return false;
     }
     g_ostrm << "\n"
-            << "Norvo(R) Zolan Primitives. Performance System "
-            << "2.0"
-            << ", " << __DATE__ << "\n";
+            << "Norvo(R) Zolan Primitives. Performance System " << PS_VERSION << ", " << __DATE__
+            << "\n";
     if (g_sessionKeys.hintArg != 0) {
         hint(g_sessionKeys.hintArg, g_sessionKeys.hintHide);
     }
