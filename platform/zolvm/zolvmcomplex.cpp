@@ -1,5 +1,7 @@
 // zolvmcomplex.cpp - kernels of the complex families. They are formulas in real functions of the
 // same kind: no step of them cancels, so the norm of the error stays within a few units.
+#include <utility>
+
 #include "zolvm/zolvmelementary.h"
 #include "zolvm/zolvmkernels.h"
 #include "zolvm/zolvmtable.h"
@@ -15,7 +17,6 @@ typedef Zol64fc (*Scalar2)(Zol64fc, Zol64fc);
 
 struct Plain {
     static constexpr unsigned rules = zolvm::ruleNone;
-    static constexpr double safe = 0.5;
 };
 
 // Flags are negative unless squares and products of the parts neither overflow nor vanish. Zeros
@@ -99,9 +100,43 @@ struct Arg : Plain {
     }
 };
 
+// Whole vectors of numbers, each as its parts by turns. The compiler would part and join them in
+// many steps.
+#if defined(__AVX512F__)
+constexpr int vectorBytes = 64;
+#elif defined(__AVX__)
+constexpr int vectorBytes = 32;
+#else
+constexpr int vectorBytes = 16;
+#endif
+template <class R>
+struct Lanes {
+    static constexpr int count = vectorBytes / sizeof(R);
+    using Indices = std::make_integer_sequence<int, count>;
+    typedef R Vector __attribute__((vector_size(vectorBytes)));
+    typedef R InMemory __attribute__((vector_size(vectorBytes), aligned(sizeof(R)), may_alias));
+
+    template <int... i>
+    ZOLVM_INLINE static Vector realParts(Vector z, std::integer_sequence<int, i...>) {
+        return __builtin_shufflevector(z, z, (i & ~1)...);
+    }
+    template <int... i>
+    ZOLVM_INLINE static Vector imaginaryParts(Vector z, std::integer_sequence<int, i...>) {
+        return __builtin_shufflevector(z, z, (i | 1)...);
+    }
+    template <int... i>
+    ZOLVM_INLINE static Vector exchanged(Vector z, std::integer_sequence<int, i...>) {
+        return __builtin_shufflevector(z, z, (i ^ 1)...);
+    }
+    // Real parts of the first, imaginary parts of the second.
+    template <int... i>
+    ZOLVM_INLINE static Vector joined(Vector z, Vector w, std::integer_sequence<int, i...>) {
+        return __builtin_shufflevector(z, w, (i + (i & 1) * count)...);
+    }
+};
+
 struct Mul : Plain {
     static constexpr Scalar2 scalar = scalar::mul;
-    static constexpr bool takesAny = true;
     template <Kind, class R>
     ZOLVM_INLINE static BitsOf<R> strange(Complex<R>, Complex<R>) {
         return 0;
@@ -112,16 +147,42 @@ struct Mul : Plain {
         constexpr R infinite = R(__builtin_inf());
         return offBand(result.re, R(0), infinite) & offBand(result.im, R(0), infinite);
     }
-    template <Kind, class R>
-    ZOLVM_INLINE static Complex<R> at(Complex<R> z, Complex<R> w) {
-        return {z.re * w.re - z.im * w.im, z.re * w.im + z.im * w.re};
+    // True if some part of a result is NaN.
+    template <class R>
+    static bool vectors(R const* z, R const* w, R* result, std::size_t parts) {
+        return products<false>(z, w, result, parts);
+    }
+
+protected:
+    template <bool conjugate, class R>
+    ZOLVM_INLINE static bool products(R const* z, R const* w, R* result, std::size_t parts) {
+        using L = Lanes<R>;
+        typename L::Indices const all;
+        auto nan = typename L::Vector{} != typename L::Vector{};
+        for (std::size_t i = 0; i < parts; i += L::count) {
+            typename L::Vector const first = *reinterpret_cast<typename L::InMemory const*>(z + i);
+            typename L::Vector const second = *reinterpret_cast<typename L::InMemory const*>(w + i);
+            typename L::Vector const along = L::realParts(second, all) * first;
+            typename L::Vector const across =
+                L::imaginaryParts(second, all) * L::exchanged(first, all);
+            typename L::Vector const product = conjugate
+                                                   ? L::joined(along + across, along - across, all)
+                                                   : L::joined(along - across, along + across, all);
+            nan |= product != product;
+            *reinterpret_cast<typename L::InMemory*>(result + i) = product;
+        }
+        BitsOf<R> any = 0;
+        for (int i = 0; i < L::count; ++i) {
+            any |= static_cast<BitsOf<R>>(nan[i]);
+        }
+        return any != 0;
     }
 };
 struct MulByConj : Mul {
     static constexpr Scalar2 scalar = scalar::mulByConj;
-    template <Kind K, class R>
-    ZOLVM_INLINE static Complex<R> at(Complex<R> z, Complex<R> w) {
-        return {z.re * w.re + z.im * w.im, z.im * w.re - z.re * w.im};
+    template <class R>
+    static bool vectors(R const* z, R const* w, R* result, std::size_t parts) {
+        return products<true>(z, w, result, parts);
     }
 };
 
@@ -268,33 +329,31 @@ struct Pow : Plain {
     ZOLVM_INLINE static Complex<R> at(Complex<R> z, Complex<R> w) {
         double root;
         Two<double> angle;
-        BitsOf<double> flags;
+        bool inReach;
         if constexpr (K == Fine) {
             LogPair const log = lnPair<true>(z);
             Pair const re = log.re * w.re - log.im * w.im;
             Pair const im = log.re * w.im + log.im * w.re;
-            flags = outOfReach(re.hi, im.hi);
-            root = rounded(
-                expPair({0.5 * guardedBy(flags, re.hi, 0.0), 0.5 * guardedBy(flags, re.lo, 0.0)}));
-            SineCosine const both =
-                sinCosPair({guardedBy(flags, im.hi, 0.0), guardedBy(flags, im.lo, 0.0)});
+            inReach = isInReach(re.hi, im.hi);
+            root = rounded(expPair(scaled(re, 0.5)));
+            SineCosine const both = sinCosPair(im);
             angle = {rounded(both.sine), rounded(both.cosine)};
         } else {
             Complex<double> const log = lnOf2<Vec>(z);
             double const re = log.re * w.re - log.im * w.im;
             double const im = log.re * w.im + log.im * w.re;
-            flags = outOfReach(re, im);
-            root = vec_exp(0.5 * guardedBy(flags, re, 0.0));
-            angle = sinCosOf<Vec>(guardedBy(flags, im, 0.0));
+            inReach = isInReach(re, im);
+            root = vec_exp(0.5 * re);
+            angle = sinCosOf<Vec>(im);
         }
         // A zero counts as spoilt, and the element is done again.
-        double const kept = guardedBy(flags, root, 0.0);
-        return {kept * angle.second * root, kept * angle.first * root};
+        double const kept = inReach ? root : 0.0;
+        return {kept * angle.second * kept, kept * angle.first * kept};
     }
 
 private:
-    ZOLVM_INLINE static BitsOf<double> outOfReach(double exponent, double angle) {
-        return offBand(exponent, 0.0, mostExponent) | offBand(angle, 0.0, trigonometricLimit);
+    ZOLVM_INLINE static bool isInReach(double exponent, double angle) {
+        return (vec_fabs(exponent) <= mostExponent) & (vec_fabs(angle) <= trigonometricLimit);
     }
 };
 using Powx = Pow;

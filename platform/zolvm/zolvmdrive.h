@@ -8,7 +8,6 @@
 //   strange<kind>(x) or (x, y)      negative flags for other arguments
 //   spoilt(result)                  negative flags for results that the kernel gets wrong
 //   scalar, rules                   the function of one element for all others, its status rules
-//   safe                            an ordinary argument to put in the place of others
 #ifndef ZOLVM_ZOLVMDRIVE_H
 #define ZOLVM_ZOLVMDRIVE_H
 
@@ -114,17 +113,6 @@ constexpr T bound(double single, double twice) {
     return static_cast<T>(sizeof(T) == 4 ? single : twice);
 }
 
-// The number, or a safe one in its place if the flags are negative.
-template <class T>
-ZOLVM_INLINE T guardedBy(BitsOf<T> flags, T x, double safe) {
-    BitsOf<T> const mask = BitsOf<T>(0) - (flags >> (8 * sizeof(T) - 1));
-    return __builtin_bit_cast(T, (bitsOf(x) & ~mask) | (bitsOf(static_cast<T>(safe)) & mask));
-}
-template <class T>
-ZOLVM_INLINE Complex<T> guardedBy(BitsOf<T> flags, Complex<T> z, double safe) {
-    return {guardedBy(flags, z.re, safe), guardedBy(flags, z.im, safe)};
-}
-
 constexpr std::size_t tailLength = 16; // the longest vector of any path, in elements
 
 // Everything that a family and a kind decide at compile time.
@@ -139,12 +127,15 @@ struct Driver {
     static constexpr std::size_t blockLength = 8192 / sizeof(S);
     // Whether some elements may have to be done again.
     static constexpr bool choosy = K != Exact && K != Ieee;
-    // A loop around a vector function is faster without a check in it, as all vector registers
-    // are the function's, and for a short loop the guard is half of the work. Such loops get their
-    // arguments checked beforehand; results are checked behind them.
-    static constexpr bool checkedApart =
-        (K == Cheap || K == Vec || K == Wide) &&
-        (std::is_same_v<Number, typename From::Real> || requires { F::takesAny; });
+    // A vector function keeps no register for its caller, and the kernels of two arguments use all
+    // that there are. Where a vector is long, a loop around them is faster without the check, and
+    // the arguments get a loop of their own.
+#ifdef __AVX__
+    static constexpr bool checkedApart = (K == Vec || K == Wide || (K == Cheap && sources == 2)) &&
+                                         std::is_same_v<Number, typename From::Real>;
+#else
+    static constexpr bool checkedApart = false;
+#endif
 
     // Without fused multiply-add the Fine kind costs more than the C library's scalar functions,
     // where those are accurate enough.
@@ -187,22 +178,18 @@ struct Driver {
         }
     }
 
-    // The vector loops: count is a multiple of the tail's length, no destination is a source.
-    // They give true if they met an element that must be done again; one that is guarded puts
-    // safe arguments into the place of others.
-    template <bool guarded>
+    // The vector loop: count is a multiple of the tail's length, no destination is a source. Gives
+    // true if it met an element that must be done again; others are computed all the same, and what
+    // flags that leaves is taken back.
     [[gnu::noinline, gnu::noclone]] static bool
     loop(S const* __restrict source1, S const* __restrict source2, D* __restrict dest1,
          [[maybe_unused]] D* __restrict dest2, std::size_t count) {
         Flags left = 0;
         for (std::size_t i = 0; i < count / tailLength * tailLength; ++i) {
-            Number x = From::load(source1[i]);
-            Number y = sources == 2 ? From::load(source2[i]) : x;
-            if constexpr (guarded) {
-                Flags const flags = strange(x, y);
-                left |= flags;
-                x = guardedBy(flags, x, F::safe);
-                y = guardedBy(flags, y, F::safe);
+            Number const x = From::load(source1[i]);
+            Number const y = sources == 2 ? From::load(source2[i]) : x;
+            if constexpr (choosy && !checkedApart) {
+                left |= strange(x, y);
             }
             if constexpr (results == 2) {
                 auto const both = value(x, y);
@@ -210,7 +197,7 @@ struct Driver {
                 To::store(dest2[i], To::narrow(both.second));
             } else {
                 typename To::Number const result = To::narrow(value(x, y));
-                if constexpr (guarded) {
+                if constexpr (!checkedApart) {
                     left |= spoilt(result);
                 }
                 To::store(dest1[i], result);
@@ -224,23 +211,15 @@ struct Driver {
 #pragma GCC unroll 4
         for (std::size_t i = 0; i < count / tailLength * tailLength; ++i) {
             Number const x = From::load(source1[i]);
-            Number const y = sources == 2 ? From::load(source2[i]) : x;
-            left |= strange(x, y);
+            left |= strange(x, sources == 2 ? From::load(source2[i]) : x);
         }
         return isNegative(left);
     }
-    static bool anyBad([[maybe_unused]] D const* results1, [[maybe_unused]] std::size_t count) {
+    static bool anySpoilt([[maybe_unused]] D const* results1, [[maybe_unused]] std::size_t count) {
         Flags left = 0;
-        if constexpr (canSpoil && std::is_same_v<D, typename To::Real>) {
+        if constexpr (canSpoil) {
             for (std::size_t i = 0; i < count / tailLength * tailLength; ++i) {
                 left |= spoilt(results1[i]);
-            }
-        } else if constexpr (canSpoil) {
-            // Any NaN part; what is spoilt is seen when it is done again.
-            using Real = typename To::Real;
-            Real const* const parts = &results1->re;
-            for (std::size_t i = 0; i < count / tailLength * tailLength * 2; ++i) {
-                left |= offBand(parts[i], Real(0), Real(__builtin_inf()));
             }
         }
         return isNegative(left);
@@ -251,22 +230,24 @@ struct Driver {
             // By a pointer that the compiler can't see through: it would take a vector function.
             auto* const volatile hidden = F::scalar;
             auto* const function = hidden;
+            Flags left = 0;
             for (std::size_t i = 0; i < count; ++i) {
                 if constexpr (sources == 2) {
                     dest1[i] = function(source1[i], source2[i]);
                 } else {
                     dest1[i] = function(source1[i]);
                 }
+                left |= strange(source1[i], source2[i]) | spoilt(dest1[i]);
             }
-            return anyStrange(source1, source2, count) || anyBad(dest1, count);
+            return isNegative(left);
+        } else if constexpr (requires { &F::template vectors<typename From::Real>; }) {
+            return F::vectors(&source1->re, &source2->re, &dest1->re, 2 * count);
+        } else if constexpr (checkedApart) {
+            bool const strangers = anyStrange(source1, source2, count);
+            loop(source1, source2, dest1, dest2, count);
+            return anySpoilt(dest1, count) || strangers;
         } else {
-            if constexpr (checkedApart) {
-                if (!anyStrange(source1, source2, count)) {
-                    loop<false>(source1, source2, dest1, dest2, count);
-                    return anyBad(dest1, count);
-                }
-            }
-            return loop<choosy>(source1, source2, dest1, dest2, count);
+            return loop(source1, source2, dest1, dest2, count);
         }
     }
 

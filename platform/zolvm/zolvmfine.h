@@ -88,20 +88,26 @@ ZOLVM_INLINE Pair choose(bool condition, Pair yes, Pair no) {
 }
 ZOLVM_INLINE double rounded(Pair a) { return a.hi + a.lo; }
 
+// a * b + c, rounded once where the processor can.
+template <class T>
+ZOLVM_INLINE T timesPlus(T a, T b, T c) {
+#ifdef __FMA__
+    if constexpr (sizeof(T) == 4) {
+        return __builtin_fmaf(a, b, c);
+    } else {
+        return __builtin_fma(a, b, c);
+    }
+#else
+    return a * b + c;
+#endif
+}
+
 template <class T, int terms>
 ZOLVM_INLINE T polynomial(double const (&coefficients)[terms], T x) {
     T sum = static_cast<T>(coefficients[terms - 1]);
 #pragma GCC unroll 32
     for (int i = terms - 2; i >= 0; --i) {
-#ifdef __FMA__
-        if constexpr (sizeof(T) == 4) {
-            sum = __builtin_fmaf(sum, x, static_cast<T>(coefficients[i]));
-        } else {
-            sum = __builtin_fma(sum, x, coefficients[i]);
-        }
-#else
-        sum = sum * x + static_cast<T>(coefficients[i]);
-#endif
+        sum = timesPlus(sum, x, static_cast<T>(coefficients[i]));
     }
     return sum;
 }

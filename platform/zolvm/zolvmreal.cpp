@@ -13,7 +13,6 @@ typedef double (*Scalar2)(double, double);
 // What most families have in common.
 struct Plain {
     static constexpr unsigned rules = zolvm::ruleNone;
-    static constexpr double safe = 0.5;
 };
 
 // A family of one argument whose kernels are an elementary function; flags in terms of x.
@@ -74,7 +73,6 @@ ZOLVM_FAMILY1(Log1p, log1pOf, ::log1p, rulePole | ruleAccurate,
 
 struct Acosh : Plain {
     static constexpr Scalar1 scalar = ::acosh;
-    static constexpr double safe = 2;
     template <Kind K, class T>
     ZOLVM_INLINE static BitsOf<T> strange(T x) {
         return offRange(x, bound<T>(0x1.000002p0, 0x1.0000000000001p0), squareMost<T>);

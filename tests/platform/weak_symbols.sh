@@ -3,7 +3,8 @@
 # such a function, and it may be the one that only new processors can run.
 status=0
 for object in "$@"; do
-    if nm -C "$object" | grep -E ' [VWu] '; then
+    # A pointer to the handler of exceptions is data, the same in every object.
+    if nm -C "$object" | grep -v DW.ref. | grep -E ' [VWu] '; then
         echo "weak symbols in $object"
         status=1
     fi
