@@ -31,11 +31,12 @@ need() {
         die "apt-get install ${missing[*]}"
 }
 
-# build TARGET [CMAKE-OPTION...]: configures the release preset and builds the target.
+# build TARGET [CMAKE-OPTION...]: configures the preset and builds the target.
+preset=release
 build() {
     local target=$1
     shift
     say "building ($target)"
-    cmake --preset release "$@" --log-level=WARNING >/dev/null || die "cmake"
-    cmake --build --preset release --target "$target" || die "build"
+    cmake --preset "$preset" "$@" --log-level=WARNING >/dev/null || die "cmake"
+    cmake --build --preset "$preset" --target "$target" || die "build"
 }

@@ -6,6 +6,8 @@
 // either of them or a Complex of them:
 //   at<kind>(x) or at<kind>(x, y)   the value, right for ordinary arguments
 //   strange<kind>(x) or (x, y)      negative flags for other arguments
+//   tells                           the C library's vector function raises a flag of the processor
+//                                   wherever it is not right or the status is not 0
 //   spoilt(result)                  negative flags for results that the kernel gets wrong
 //   scalar, rules                   the function of one element for all others, its status rules
 #ifndef ZOLVM_ZOLVMDRIVE_H
@@ -127,12 +129,14 @@ struct Driver {
     static constexpr std::size_t blockLength = 8192 / sizeof(S);
     // Whether some elements may have to be done again.
     static constexpr bool choosy = K != Exact && K != Ieee;
+    // Then the loop does nothing but call, and arguments are looked at when flags are up.
+    static constexpr bool tells = K == Vec && requires { requires F::tells; };
     // A vector function keeps no register for its caller, and the kernels of two arguments use all
     // that there are. Where a vector is long, a loop around them is faster without the check, and
     // the arguments get a loop of their own.
 #ifdef __AVX__
     static constexpr bool checkedApart = (K == Vec || K == Wide || (K == Cheap && sources == 2)) &&
-                                         std::is_same_v<Number, typename From::Real>;
+                                         !tells && std::is_same_v<Number, typename From::Real>;
 #else
     static constexpr bool checkedApart = false;
 #endif
@@ -188,7 +192,7 @@ struct Driver {
         for (std::size_t i = 0; i < count / tailLength * tailLength; ++i) {
             Number const x = From::load(source1[i]);
             Number const y = sources == 2 ? From::load(source2[i]) : x;
-            if constexpr (choosy && !checkedApart) {
+            if constexpr (choosy && !checkedApart && !tells) {
                 left |= strange(x, y);
             }
             if constexpr (results == 2) {
@@ -197,7 +201,7 @@ struct Driver {
                 To::store(dest2[i], To::narrow(both.second));
             } else {
                 typename To::Number const result = To::narrow(value(x, y));
-                if constexpr (!checkedApart) {
+                if constexpr (!checkedApart && !tells) {
                     left |= spoilt(result);
                 }
                 To::store(dest1[i], result);
@@ -352,11 +356,14 @@ private:
 // deserves; these are the ones taken back. Inexact says nothing here and stays.
 constexpr unsigned csrFlags = 0x1f;
 
-ZOLVM_INLINE void takeBackFlags(unsigned before) {
-    unsigned const now = __builtin_ia32_stmxcsr();
-    if ((now & ~before & csrFlags) != 0) {
-        __builtin_ia32_ldmxcsr((now & ~csrFlags) | (before & csrFlags));
+// Gives true if there was one that tells of a strange argument; a denormal number is none.
+ZOLVM_INLINE bool takeBackFlags(unsigned before) {
+    constexpr unsigned denormal = 0x02;
+    unsigned const raised = __builtin_ia32_stmxcsr() & ~before & csrFlags;
+    if (raised != 0) {
+        __builtin_ia32_ldmxcsr(__builtin_ia32_stmxcsr() & ~raised);
     }
+    return (raised & ~denormal) != 0;
 }
 
 // The operations of the processor tell by their flags what they met.
@@ -382,9 +389,13 @@ ZolStatus Driver<F, K, S, D, sources, results>::run(S const* source1, S const* s
         return zolStsSizeErr;
     }
     ZolStatus status = zolStsNoErr;
+    // Where new flags have a meaning, old ones are put aside.
+    constexpr bool flagsCount = K == Ieee || tells;
     unsigned flags = K == Exact ? 0 : __builtin_ia32_stmxcsr();
-    if (K == Ieee && (flags & csrFlags) != 0) {
-        __builtin_ia32_ldmxcsr(flags & ~csrFlags);
+    unsigned aside = flagsCount ? flags & csrFlags : 0;
+    if (aside != 0) {
+        flags &= ~csrFlags;
+        __builtin_ia32_ldmxcsr(flags);
     }
     void const* const starts[] = {source1, source2};
     bool const inPlace = starts[0] == dest1 || starts[0] == dest2 ||
@@ -414,19 +425,24 @@ ZolStatus Driver<F, K, S, D, sources, results>::run(S const* source1, S const* s
             left |= tail(from1 + whole, from2 + whole, to1 + whole, to2 + whole, count - whole);
         }
         if constexpr (choosy) {
-            takeBackFlags(flags);
-            if (left) {
+            bool const raised = takeBackFlags(flags);
+            if (tells ? raised : left) {
                 repair(from1, from2, to1, to2, count, &status);
-                flags = __builtin_ia32_stmxcsr();
+                unsigned const now = __builtin_ia32_stmxcsr();
+                if constexpr (tells) {
+                    aside |= now & csrFlags;
+                    takeBackFlags(flags);
+                } else {
+                    flags = now;
+                }
             }
         }
     }
     if constexpr (K == Ieee) {
-        unsigned const now = __builtin_ia32_stmxcsr();
-        status = ieeeStatus(now);
-        if ((flags & csrFlags) != 0) {
-            __builtin_ia32_ldmxcsr(now | (flags & csrFlags));
-        }
+        status = ieeeStatus(__builtin_ia32_stmxcsr());
+    }
+    if (aside != 0) {
+        __builtin_ia32_ldmxcsr(__builtin_ia32_stmxcsr() | aside);
     }
     return status;
 }
