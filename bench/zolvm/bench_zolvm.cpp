@@ -101,7 +101,7 @@ bool runs(Path path) {
 
 template <class T, class Ours, class Other>
 void unary(std::string const& name, Path path, Ours ours, Other other) {
-    for (int const length : {1024, 32768}) {
+    for (int const length : {256, 1024, 32768}) {
         compare(
             name + '/' + path.name + '/' + std::to_string(length), path.mask,
             [=](int n) { ours(arrays<T>().x.data(), arrays<T>().y.data(), n); },
@@ -110,7 +110,7 @@ void unary(std::string const& name, Path path, Ours ours, Other other) {
 }
 template <class T, class Ours, class Other>
 void binary(std::string const& name, Path path, Ours ours, Other other) {
-    for (int const length : {1024, 32768}) {
+    for (int const length : {256, 1024, 32768}) {
         compare(
             name + '/' + path.name + '/' + std::to_string(length), path.mask,
             [=](int n) {

@@ -142,7 +142,7 @@ struct Mul : Plain {
         return 0;
     }
     // Infinite operands may come out as two NaNs; the C standard wants an infinity there.
-    template <class R>
+    template <Kind, class R>
     ZOLVM_INLINE static BitsOf<R> spoilt(Complex<R> result) {
         constexpr R infinite = R(__builtin_inf());
         return offBand(result.re, R(0), infinite) & offBand(result.im, R(0), infinite);
@@ -320,7 +320,7 @@ struct Pow : Plain {
         constexpr R most = bound<R>(0x1p40, 0x1p100);
         return partsOff(z) | offBand(w.re, R(0), most) | offBand(w.im, R(0), most);
     }
-    template <class R>
+    template <Kind, class R>
     ZOLVM_INLINE static BitsOf<R> spoilt(Complex<R> result) {
         R const size = larger(vec_fabs(result.re), vec_fabs(result.im));
         return offRange(size, minNormal<R>, maxFinite<R>);

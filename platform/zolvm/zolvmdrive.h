@@ -8,7 +8,7 @@
 //   strange<kind>(x) or (x, y)      negative flags for other arguments
 //   tells                           the C library's vector function raises a flag of the processor
 //                                   wherever it is not right or the status is not 0
-//   spoilt(result)                  negative flags for results that the kernel gets wrong
+//   spoilt<kind>(result)            negative flags for results that the kernel gets wrong
 //   scalar, rules                   the function of one element for all others, its status rules
 #ifndef ZOLVM_ZOLVMDRIVE_H
 #define ZOLVM_ZOLVMDRIVE_H
@@ -131,12 +131,11 @@ struct Driver {
     static constexpr bool choosy = K != Exact && K != Ieee;
     // Then the loop does nothing but call, and arguments are looked at when flags are up.
     static constexpr bool tells = K == Vec && requires { requires F::tells; };
-    // A vector function keeps no register for its caller, and the kernels of two arguments use all
-    // that there are. Where a vector is long, a loop around them is faster without the check, and
-    // the arguments get a loop of their own.
+    // A vector function keeps no register for its caller. Where a vector is long, a loop around it
+    // is faster without the check, and the arguments get a loop of their own.
 #ifdef __AVX__
-    static constexpr bool checkedApart = (K == Vec || K == Wide || (K == Cheap && sources == 2)) &&
-                                         !tells && std::is_same_v<Number, typename From::Real>;
+    static constexpr bool checkedApart =
+        (K == Vec || K == Wide) && !tells && std::is_same_v<Number, typename From::Real>;
 #else
     static constexpr bool checkedApart = false;
 #endif
@@ -173,10 +172,12 @@ struct Driver {
         }
     }
 
-    static constexpr bool canSpoil = requires(typename To::Number result) { F::spoilt(result); };
+    static constexpr bool canSpoil = requires(typename To::Number result) {
+        F::template spoilt<K>(result);
+    };
     ZOLVM_INLINE static Flags spoilt([[maybe_unused]] typename To::Number result) {
         if constexpr (canSpoil) {
-            return F::spoilt(result);
+            return F::template spoilt<K>(result);
         } else {
             return 0;
         }

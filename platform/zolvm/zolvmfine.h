@@ -102,14 +102,19 @@ ZOLVM_INLINE T timesPlus(T a, T b, T c) {
 #endif
 }
 
+// In a long one even and odd powers go apart: two chains of half the length side by side.
 template <class T, int terms>
 ZOLVM_INLINE T polynomial(double const (&coefficients)[terms], T x) {
-    T sum = static_cast<T>(coefficients[terms - 1]);
+    constexpr int chains = terms < 8 ? 1 : 2;
+    T const step = chains == 1 ? x : x * x;
+    T sums[2] = {};
 #pragma GCC unroll 32
-    for (int i = terms - 2; i >= 0; --i) {
-        sum = timesPlus(sum, x, static_cast<T>(coefficients[i]));
+    for (int i = terms - 1; i >= 0; --i) {
+        T const coefficient = static_cast<T>(coefficients[i]);
+        T& sum = sums[i % chains];
+        sum = i + chains >= terms ? coefficient : timesPlus(sum, step, coefficient);
     }
-    return sum;
+    return chains == 1 ? sums[0] : timesPlus(sums[1], x, sums[0]);
 }
 
 constexpr Pair ln2{0x1.62e42fefa3800p-1, 0x1.ef35793c76730p-45}; // the first part has 42 bits

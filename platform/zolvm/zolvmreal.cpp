@@ -226,11 +226,21 @@ struct Pow : Plain {
     static constexpr unsigned rules = zolvm::rulePoleAtZero | ruleUnderflows | ruleAccurate;
     static constexpr double mostExponent = 709.2;   // of e
     static constexpr double leastExponent = -708.2; // their powers count as spoilt
+    template <class T>
+    ZOLVM_INLINE static T cheapExponent(T x, T y) {
+        return y * cheapLog(x, Cheapness<T>::logOfPower);
+    }
     template <Kind K, class T>
     ZOLVM_INLINE static BitsOf<T> strange(T x, T y) {
-        return offRange(x, minNormal<T>, maxFinite<T>) | offBand(y, T(0), maxFinite<T>);
+        BitsOf<T> const base = offRange(x, minNormal<T>, maxFinite<T>);
+        if constexpr (K == Cheap) {
+            return base | offBand(cheapExponent(x, y), T(0), bound<T>(87.0, 708.0));
+        } else {
+            return base | offBand(y, T(0), maxFinite<T>);
+        }
     }
-    template <class T>
+    template <Kind K, class T>
+        requires(K != Cheap)
     ZOLVM_INLINE static BitsOf<T> spoilt(T result) {
         return offRange(result, bound<T>(0x1p-124, 3e-308), bound<T>(0x1p126, 0.9e308));
     }
@@ -242,9 +252,7 @@ struct Pow : Plain {
             double const held = larger(most, leastExponent);
             return rounded(expPair({held, held == exponent.hi ? exponent.lo : 0.0}));
         } else if constexpr (K == Cheap) {
-            T const exponent = y * cheapLog(x, Cheapness<T>::logOfPower);
-            T const most = smaller(exponent, bound<T>(88.0, mostExponent));
-            return cheapExp(larger(most, bound<T>(-87.3, leastExponent)));
+            return cheapExp(cheapExponent(x, y));
         } else {
             return vec_pow(x, y);
         }
