@@ -155,21 +155,31 @@ struct Mul : Plain {
 
 protected:
     template <bool conjugate, class R>
-    ZOLVM_INLINE static bool products(R const* z, R const* w, R* result, std::size_t parts) {
+    ZOLVM_INLINE static typename Lanes<R>::Vector product(R const* z, R const* w) {
         using L = Lanes<R>;
         typename L::Indices const all;
+        typename L::Vector first = *reinterpret_cast<typename L::InMemory const*>(z);
+        typename L::Vector second = *reinterpret_cast<typename L::InMemory const*>(w);
+        // Loaded once: the compiler would load anew for each use, and loads are what is scarce.
+        asm("" : "+v"(first), "+v"(second));
+        typename L::Vector const along = L::realParts(second, all) * first;
+        typename L::Vector const across =
+            L::imaginaryParts(second, all) * L::exchanged(first, all);
+        return conjugate ? L::joined(along + across, along - across, all)
+                         : L::joined(along - across, along + across, all);
+    }
+    template <bool conjugate, class R>
+    ZOLVM_INLINE static bool products(R const* z, R const* w, R* result, std::size_t parts) {
+        using L = Lanes<R>;
+        using InMemory = typename L::InMemory;
         auto nan = typename L::Vector{} != typename L::Vector{};
-        for (std::size_t i = 0; i < parts; i += L::count) {
-            typename L::Vector const first = *reinterpret_cast<typename L::InMemory const*>(z + i);
-            typename L::Vector const second = *reinterpret_cast<typename L::InMemory const*>(w + i);
-            typename L::Vector const along = L::realParts(second, all) * first;
-            typename L::Vector const across =
-                L::imaginaryParts(second, all) * L::exchanged(first, all);
-            typename L::Vector const product = conjugate
-                                                   ? L::joined(along + across, along - across, all)
-                                                   : L::joined(along - across, along + across, all);
-            nan |= product != product;
-            *reinterpret_cast<typename L::InMemory*>(result + i) = product;
+        // Two at a time for one check: their sum is NaN if one of them is.
+        for (std::size_t i = 0; i < parts; i += 2 * L::count) {
+            auto const one = product<conjugate>(z + i, w + i);
+            auto const next = product<conjugate>(z + i + L::count, w + i + L::count);
+            nan |= one + next != one + next;
+            *reinterpret_cast<InMemory*>(result + i) = one;
+            *reinterpret_cast<InMemory*>(result + i + L::count) = next;
         }
         BitsOf<R> any = 0;
         for (int i = 0; i < L::count; ++i) {
