@@ -73,9 +73,10 @@ constexpr T integerShiftOf = bound<T>(0x1.8p23, 0x1.8p52);
 template <class T>
 ZOLVM_INLINE T cheapExp(T x) {
     using C = Cheapness<T>;
-    T const shifted = timesPlus(x, T(log2E), integerShiftOf<T>);
-    T const k = shifted - integerShiftOf<T>;
-    T const power = __builtin_bit_cast(T, (bitsOf(shifted) + C::bias) << C::mantissaBits);
+    constexpr T shift = integerShiftOf<T> + T(C::bias);
+    T const shifted = timesPlus(x, T(log2E), shift);
+    T const k = shifted - shift;
+    T const power = __builtin_bit_cast(T, bitsOf(shifted) << C::mantissaBits);
     return power * polynomial(C::exp, timesPlus(k, T(-(ln2.hi + ln2.lo)), x));
 }
 
