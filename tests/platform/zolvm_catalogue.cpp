@@ -66,9 +66,13 @@ std::vector<T> arrayOf(Numbers const& numbers, std::size_t extra) {
     return array;
 }
 
-// call(first, second, destination 1, destination 2, length) hides the shape.
-template <class S, class D, class Call>
-Function row(char const* name, int sources, int results, bool byValue, Call call) {
+// Hides the shape: sources, destinations, length. A pointer, so that there is a row() for each pair
+// of types and not for each function.
+template <class S, class D>
+using Call = ZolStatus (*)(S const*, S const*, D*, D*, int);
+
+template <class S, class D>
+Function row(char const* name, int sources, int results, bool byValue, Call<S, D> call) {
     Function function;
     function.name = name;
     std::size_t const bar = function.name.find('_');
@@ -122,17 +126,20 @@ Function row(char const* name, int sources, int results, bool byValue, Call call
 }
 
 #define ROW_UNARY(name, S, D)                                                                      \
-    row<S, D>(#name, 1, 1, false,                                                                  \
-              [](S const* a, S const*, D* d, D*, int n) { return name(a, d, n); }),
+    rows.push_back(row<S, D>(                                                                      \
+        #name, 1, 1, false, [](S const* a, S const*, D* d, D*, int n) { return name(a, d, n); }));
 #define ROW_BINARY(name, S, D)                                                                     \
-    row<S, D>(#name, 2, 1, false,                                                                  \
-              [](S const* a, S const* b, D* d, D*, int n) { return name(a, b, d, n); }),
+    rows.push_back(row<S, D>(#name, 2, 1, false, [](S const* a, S const* b, D* d, D*, int n) {     \
+        return name(a, b, d, n);                                                                   \
+    }));
 #define ROW_SCALAR(name, S, D)                                                                     \
-    row<S, D>(#name, 2, 1, true,                                                                   \
-              [](S const* a, S const* b, D* d, D*, int n) { return name(a, *b, d, n); }),
+    rows.push_back(row<S, D>(#name, 2, 1, true, [](S const* a, S const* b, D* d, D*, int n) {      \
+        return name(a, *b, d, n);                                                                  \
+    }));
 #define ROW_TWO_RESULTS(name, S, D)                                                                \
-    row<S, D>(#name, 1, 2, false,                                                                  \
-              [](S const* a, S const*, D* d, D* e, int n) { return name(a, d, e, n); }),
+    rows.push_back(row<S, D>(#name, 1, 2, false, [](S const* a, S const*, D* d, D* e, int n) {     \
+        return name(a, d, e, n);                                                                   \
+    }));
 
 // Work intervals of real rows, by family and then type letter or accuracy where it matters.
 std::map<std::string, Work> const works = {
@@ -184,9 +191,15 @@ std::map<std::string, Work> const works = {
 } // namespace
 
 std::vector<Function> const& allFunctions() {
-    static std::vector<Function> const rows = {ZOLVM_UNARY(ROW_UNARY) ZOLVM_BINARY(
-        ROW_BINARY) ZOLVM_SCALAR(ROW_SCALAR) ZOLVM_TWO_RESULTS(ROW_TWO_RESULTS)};
-    return rows;
+    static std::vector<Function> const all = [] {
+        std::vector<Function> rows;
+        ZOLVM_UNARY(ROW_UNARY)
+        ZOLVM_BINARY(ROW_BINARY)
+        ZOLVM_SCALAR(ROW_SCALAR)
+        ZOLVM_TWO_RESULTS(ROW_TWO_RESULTS)
+        return rows;
+    }();
+    return all;
 }
 
 std::vector<Function> rowsOf(std::string const& family, bool single, bool complexSource) {
