@@ -1,7 +1,7 @@
 // zolvmelementary.h - the elementary functions of a real number by kind of kernel: the C library's
 // vector functions for Vec, in the precision of the argument, pairs of doubles for Fine, short
-// polynomials for Cheap, where there are such. Shared
-// by the real and the complex families; arguments are what the families call ordinary.
+// polynomials for Cheap, where there are such. Shared by
+// the real and the complex families; arguments are what the families call ordinary.
 #ifndef ZOLVM_ZOLVMELEMENTARY_H
 #define ZOLVM_ZOLVMELEMENTARY_H
 
@@ -77,7 +77,17 @@ ZOLVM_INLINE Hyperbolic<Pair> sinhCoshPair(double away) {
     return {scaled(minus1 + part, 0.5), scaled(power + inverse, 0.5)};
 }
 
-#define ZOLVM_ELEMENTARY(name, vector, pair, cheap)                                                \
+#define ZOLVM_ELEMENTARY(name, vector, pair)                                                       \
+    template <Kind K, class T>                                                                     \
+    ZOLVM_INLINE T name(T x) {                                                                     \
+        if constexpr (K == Fine) {                                                                 \
+            return rounded(pair);                                                                  \
+        } else {                                                                                   \
+            return vector;                                                                         \
+        }                                                                                          \
+    }
+// Those with a form of few digits.
+#define ZOLVM_ELEMENTARY_CHEAP(name, vector, pair, cheap)                                          \
     template <Kind K, class T>                                                                     \
     ZOLVM_INLINE T name(T x) {                                                                     \
         if constexpr (K == Fine) {                                                                 \
@@ -89,24 +99,23 @@ ZOLVM_INLINE Hyperbolic<Pair> sinhCoshPair(double away) {
         }                                                                                          \
     }
 ZOLVM_ELEMENTARY(acosOf, vec_acos(x),
-                 atan2Pair(squareRoot(exactSum(1.0, -x) * exactSum(1.0, x)), {x, 0.0}), vec_acos(x))
+                 atan2Pair(squareRoot(exactSum(1.0, -x) * exactSum(1.0, x)), {x, 0.0}))
 ZOLVM_ELEMENTARY(asinOf, vec_asin(x),
-                 atan2Pair({x, 0.0}, squareRoot(exactSum(1.0, -x) * exactSum(1.0, x))), vec_asin(x))
-ZOLVM_ELEMENTARY(atanOf, vec_atan(x), atan2Pair({x, 0.0}, {1.0, 0.0}), vec_atan(x))
+                 atan2Pair({x, 0.0}, squareRoot(exactSum(1.0, -x) * exactSum(1.0, x))))
+ZOLVM_ELEMENTARY(atanOf, vec_atan(x), atan2Pair({x, 0.0}, {1.0, 0.0}))
 ZOLVM_ELEMENTARY(acoshOf, vec_acosh(x),
-                 logPair(squareRoot(exactSum(x, -1.0) * exactSum(x, 1.0)) + x), vec_acosh(x))
-ZOLVM_ELEMENTARY(asinhOf, vec_asinh(x), asinhPair(x), vec_asinh(x))
-ZOLVM_ELEMENTARY(atanhOf, vec_atanh(x), scaled(logPair(exactSum(1.0, x) / exactSum(1.0, -x)), 0.5),
-                 vec_atanh(x))
-ZOLVM_ELEMENTARY(cosOf, vec_cos(x), sinCosPair({x, 0.0}).cosine, cheapSine<1>(x))
-ZOLVM_ELEMENTARY(sinOf, vec_sin(x), sinCosPair({x, 0.0}).sine, cheapSine<0>(x))
-ZOLVM_ELEMENTARY(expOf, vec_exp(x), expPair({x, 0.0}), cheapExp(x))
-ZOLVM_ELEMENTARY(expm1Of, vec_expm1(x), expm1Pair({larger(x, -60.0), 0.0}), vec_expm1(x))
-ZOLVM_ELEMENTARY(lnOf, vec_log(x), logPair({x, 0.0}), cheapLog(x, Cheapness<T>::log))
-ZOLVM_ELEMENTARY(log1pOf, vec_log1p(x), logPair(exactSum(1.0, x)), vec_log1p(x))
-ZOLVM_ELEMENTARY(log10Of, vec_log10(x), logPair({x, 0.0}) * log10E,
-                 cheapLog(x, Cheapness<T>::log) * T(log10E.hi))
-ZOLVM_ELEMENTARY(coshOf, vec_cosh(x), sinhCoshPair(vec_fabs(x)).cosine, vec_cosh(x))
+                 logPair(squareRoot(exactSum(x, -1.0) * exactSum(x, 1.0)) + x))
+ZOLVM_ELEMENTARY(asinhOf, vec_asinh(x), asinhPair(x))
+ZOLVM_ELEMENTARY(atanhOf, vec_atanh(x), scaled(logPair(exactSum(1.0, x) / exactSum(1.0, -x)), 0.5))
+ZOLVM_ELEMENTARY_CHEAP(cosOf, vec_cos(x), sinCosPair({x, 0.0}).cosine, cheapSine<1>(x))
+ZOLVM_ELEMENTARY_CHEAP(sinOf, vec_sin(x), sinCosPair({x, 0.0}).sine, cheapSine<0>(x))
+ZOLVM_ELEMENTARY_CHEAP(expOf, vec_exp(x), expPair({x, 0.0}), cheapExp(x))
+ZOLVM_ELEMENTARY(expm1Of, vec_expm1(x), expm1Pair({larger(x, -60.0), 0.0}))
+ZOLVM_ELEMENTARY_CHEAP(lnOf, vec_log(x), logPair({x, 0.0}), cheapLog(x, Cheapness<T>::log))
+ZOLVM_ELEMENTARY(log1pOf, vec_log1p(x), logPair(exactSum(1.0, x)))
+ZOLVM_ELEMENTARY_CHEAP(log10Of, vec_log10(x), logPair({x, 0.0}) * log10E,
+                       cheapLog(x, Cheapness<T>::log) * T(log10E.hi))
+ZOLVM_ELEMENTARY(coshOf, vec_cosh(x), sinhCoshPair(vec_fabs(x)).cosine)
 
 template <Kind K, class T>
 ZOLVM_INLINE T sinhOf(T x) {
