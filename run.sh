@@ -19,9 +19,15 @@ governor=/sys/devices/system/cpu/cpu0/cpufreq/scaling_governor
 if [ -r "$governor" ]; then
     say "frequency governor: $(cat "$governor")"
 fi
-load=$(cut -d ' ' -f 1 /proc/loadavg)
-if awk -v load="$load" 'BEGIN { exit !(load > 0.5) }'; then
-    say "warning: other work keeps this machine busy (load $load); readings may be too high"
+# Ticks of all processors, and of them those in which they idled.
+ticks() { awk '{ for (i = 2; i <= NF; ++i) all += $i; print all, $5 + $6; exit }' /proc/stat; }
+before=$(ticks)
+sleep 1
+busy=$(awk -v before="$before" -v after="$(ticks)" \
+    'BEGIN { split(before, b); split(after, a); print int(100 - 100 * (a[2] - b[2]) / (a[1] - b[1])) }')
+if ((busy > 10)); then
+    say "warning: other work keeps this machine busy ($busy % of its processors' time);" \
+        "readings may be too high"
 fi
 pin=()
 if command -v taskset >/dev/null; then
