@@ -17,8 +17,6 @@ struct Cheapness<float> {
     static constexpr int mantissaBits = 23;
     static constexpr unsigned bias = 127;
     static constexpr unsigned sqrtHalf = 0x3f3504f3U; // bits of sqrt(1/2)
-    static constexpr unsigned one = 0x3f800000U;
-    static constexpr unsigned shift = 0x4b000000U; // bits of 2^23
 #ifdef __FMA__
     static constexpr double pi[] = {0x1.921fb40000000p+1, 0x1.4442d18469899p-23};
 #else
@@ -41,8 +39,6 @@ struct Cheapness<double> {
     static constexpr int mantissaBits = 52;
     static constexpr Bits bias = 1023;
     static constexpr Bits sqrtHalf = 0x3fe6a09e667f3bcdULL;
-    static constexpr Bits one = 0x3ff0000000000000ULL;
-    static constexpr Bits shift = 0x4330000000000000ULL;
 #ifdef __FMA__
     static constexpr double pi[] = {0x1.921fb54442d18p+1, 0x1.1a62633145c07p-53};
 #else
@@ -69,6 +65,28 @@ struct Cheapness<double> {
 template <class T>
 constexpr T integerShiftOf = bound<T>(0x1.8p23, 0x1.8p52);
 
+// The coefficients of factor * polynomial(step * x).
+template <int terms>
+struct Coefficients {
+    double values[terms];
+};
+template <int terms>
+constexpr Coefficients<terms> stretched(double const (&coefficients)[terms], double factor,
+                                        double step) {
+    Coefficients<terms> result{};
+    for (int i = 0; i < terms; ++i) {
+        result.values[i] = coefficients[i] * factor;
+        factor *= step;
+    }
+    return result;
+}
+
+// 2^k out of a sum whose last bits are k plus the bias of exponents.
+template <class T>
+ZOLVM_INLINE T powerIn(T shifted) {
+    return __builtin_bit_cast(T, bitsOf(shifted) << Cheapness<T>::mantissaBits);
+}
+
 // e^x for |x| < 709 or 88. The remainder's error of 2^-18 or 2^-43 is too small to count.
 template <class T>
 ZOLVM_INLINE T cheapExp(T x) {
@@ -76,20 +94,59 @@ ZOLVM_INLINE T cheapExp(T x) {
     constexpr T shift = integerShiftOf<T> + T(C::bias);
     T const shifted = timesPlus(x, T(log2E), shift);
     T const k = shifted - shift;
-    T const power = __builtin_bit_cast(T, bitsOf(shifted) << C::mantissaBits);
-    return power * polynomial(C::exp, timesPlus(k, T(-(ln2.hi + ln2.lo)), x));
+    return powerIn(shifted) * polynomial(C::exp, timesPlus(k, T(-(ln2.hi + ln2.lo)), x));
 }
 
-// Logarithm of a normal number, with the terms of one of the polynomials.
-template <class T, int terms>
-ZOLVM_INLINE T cheapLog(T x, double const (&coefficients)[terms]) {
+// A normal number as 2^exponent * (1 + fraction), the fraction between sqrt(1/2) - 1 and
+// sqrt(2) - 1, the exponent in units that cost least.
+template <class T>
+struct Parts {
+    T exponent;
+    T fraction;
+};
+template <class T>
+constexpr double exponentUnit = sizeof(T) == 4 ? 0x1p-23 : 1.0;
+ZOLVM_INLINE Parts<float> partsOf(float x) {
+    using C = Cheapness<float>;
+    unsigned const exponent = (bitsOf(x) - C::sqrtHalf) & ~((1U << C::mantissaBits) - 1);
+    return {static_cast<float>(static_cast<int>(exponent)),
+            __builtin_bit_cast(float, bitsOf(x) - exponent) - 1};
+}
+ZOLVM_INLINE Parts<double> partsOf(double x) { // not every instruction set converts such integers
+    using C = Cheapness<double>;
+    constexpr Bits mantissa = (Bits(1) << C::mantissaBits) - 1;
+    constexpr double shift = 0x1p52;
+    Bits const moved = bitsOf(x) + (bitsOf(1.0) - C::sqrtHalf);
+    return {__builtin_bit_cast(double, (moved >> C::mantissaBits) | bitsOf(shift)) -
+                (shift + double(C::bias)),
+            __builtin_bit_cast(double, (moved & mantissa) + C::sqrtHalf) - 1};
+}
+
+// Logarithm of a normal number.
+template <class T>
+ZOLVM_INLINE T cheapLog(T x) {
+    Parts<T> const parts = partsOf(x);
+    return timesPlus(parts.exponent, T(ln2.hi * exponentUnit<T>),
+                     parts.fraction * polynomial(Cheapness<T>::log, parts.fraction));
+}
+
+// The binary logarithm and its inverse for powers, in units of the exponent, between bounds that
+// keep the power normal.
+template <class T>
+ZOLVM_INLINE T cheapLog2(T x) {
+    constexpr auto inUnits = stretched(Cheapness<T>::logOfPower, log2E / exponentUnit<T>, 1.0);
+    Parts<T> const parts = partsOf(x);
+    return timesPlus(parts.fraction, polynomial(inUnits.values, parts.fraction), parts.exponent);
+}
+template <class T>
+constexpr T cheapExp2Most = T(bound<T>(125.5, 1021.5) / exponentUnit<T>);
+template <class T>
+ZOLVM_INLINE T cheapExp2(T x) {
     using C = Cheapness<T>;
-    constexpr BitsOf<T> mantissa = (BitsOf<T>(1) << C::mantissaBits) - 1;
-    BitsOf<T> const moved = bitsOf(x) + (C::one - C::sqrtHalf);
-    T const k = __builtin_bit_cast(T, (moved >> C::mantissaBits) | C::shift) -
-                (__builtin_bit_cast(T, C::shift) + T(C::bias));
-    T const f = __builtin_bit_cast(T, (moved & mantissa) + C::sqrtHalf) - 1;
-    return timesPlus(k, T(ln2.hi), f * polynomial(coefficients, f));
+    constexpr T shift = T((integerShiftOf<T> + T(C::bias)) / exponentUnit<T>);
+    constexpr auto inUnits = stretched(C::exp, 1.0, (ln2.hi + ln2.lo) * exponentUnit<T>);
+    T const shifted = x + shift;
+    return powerIn(shifted) * polynomial(inUnits.values, x - (shifted - shift));
 }
 
 // sin(x + quarters * pi / 2) for a whole number of quarters.

@@ -111,10 +111,10 @@ ZOLVM_ELEMENTARY_CHEAP(cosOf, vec_cos(x), sinCosPair({x, 0.0}).cosine, cheapSine
 ZOLVM_ELEMENTARY_CHEAP(sinOf, vec_sin(x), sinCosPair({x, 0.0}).sine, cheapSine<0>(x))
 ZOLVM_ELEMENTARY_CHEAP(expOf, vec_exp(x), expPair({x, 0.0}), cheapExp(x))
 ZOLVM_ELEMENTARY(expm1Of, vec_expm1(x), expm1Pair({larger(x, -60.0), 0.0}))
-ZOLVM_ELEMENTARY_CHEAP(lnOf, vec_log(x), logPair({x, 0.0}), cheapLog(x, Cheapness<T>::log))
+ZOLVM_ELEMENTARY_CHEAP(lnOf, vec_log(x), logPair({x, 0.0}), cheapLog(x))
 ZOLVM_ELEMENTARY(log1pOf, vec_log1p(x), logPair(exactSum(1.0, x)))
 ZOLVM_ELEMENTARY_CHEAP(log10Of, vec_log10(x), logPair({x, 0.0}) * log10E,
-                       cheapLog(x, Cheapness<T>::log) * T(log10E.hi))
+                       cheapLog(x) * T(log10E.hi))
 ZOLVM_ELEMENTARY(coshOf, vec_cosh(x), sinhCoshPair(vec_fabs(x)).cosine)
 
 template <Kind K, class T>

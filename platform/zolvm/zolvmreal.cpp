@@ -17,7 +17,8 @@ struct Plain {
 
 // A family of one argument whose kernels are an elementary function; strange flags in terms of x.
 // That the vector functions tell was tried out on every path, with denormals and without: single
-// precision by one argument of a hundred, double precision by millions of random bits and all edges.
+// precision by one argument of a hundred, double precision by millions of random bits and all
+// edges.
 #define ZOLVM_FAMILY1(family, function, slow, statusRules, strangeFlags)                           \
     struct family : Plain {                                                                        \
         static constexpr Scalar1 scalar = slow;                                                    \
@@ -226,22 +227,17 @@ struct Pow : Plain {
     static constexpr unsigned rules = zolvm::rulePoleAtZero | ruleUnderflows | ruleAccurate;
     static constexpr double mostExponent = 709.2;   // of e
     static constexpr double leastExponent = -708.2; // their powers count as spoilt
-    template <class T>
-    ZOLVM_INLINE static T cheapExponent(T x, T y) {
-        return y * cheapLog(x, Cheapness<T>::logOfPower);
-    }
     template <Kind K, class T>
     ZOLVM_INLINE static BitsOf<T> strange(T x, T y) {
         BitsOf<T> const base = offRange(x, minNormal<T>, maxFinite<T>);
         if constexpr (K == Cheap) {
-            return base | offBand(cheapExponent(x, y), T(0), bound<T>(87.0, 708.0));
+            return base | offBand(y * cheapLog2(x), T(0), cheapExp2Most<T>);
         } else {
             return base | offBand(y, T(0), maxFinite<T>);
         }
     }
     template <Kind K, class T>
-        requires(K != Cheap)
-    ZOLVM_INLINE static BitsOf<T> spoilt(T result) {
+    requires(K != Cheap) ZOLVM_INLINE static BitsOf<T> spoilt(T result) {
         return offRange(result, bound<T>(0x1p-124, 3e-308), bound<T>(0x1p126, 0.9e308));
     }
     template <Kind K, class T>
@@ -252,7 +248,7 @@ struct Pow : Plain {
             double const held = larger(most, leastExponent);
             return rounded(expPair({held, held == exponent.hi ? exponent.lo : 0.0}));
         } else if constexpr (K == Cheap) {
-            return cheapExp(cheapExponent(x, y));
+            return cheapExp2(y * cheapLog2(x));
         } else {
             return vec_pow(x, y);
         }
