@@ -105,7 +105,7 @@ ZOLVM_INLINE T timesPlus(T a, T b, T c) {
 // In a long one even and odd powers go apart: two chains of half the length side by side.
 template <class T, int terms>
 ZOLVM_INLINE T polynomial(double const (&coefficients)[terms], T x) {
-    constexpr int chains = terms < 8 ? 1 : 2;
+    constexpr int chains = terms < (sizeof(T) == 4 ? 7 : 8) ? 1 : 2;
     T const step = chains == 1 ? x : x * x;
     T sums[2] = {};
 #pragma GCC unroll 32
