@@ -7,7 +7,8 @@
     ROW(Sin, sin)                                                                                  \
     ROW(Cos, cos)                                                                                  \
     ROW(Exp, exp)                                                                                  \
-    ROW(Ln, log) ROW(Tanh, tanh) ROW(Erf, erf) ROW(Sqrt, sqrt) ROW(Atan, atan) ROW(Cbrt, cbrt)     \
+    ROW(Ln, log)                                                                                   \
+    ROW(Tanh, tanh) ROW(Erf, erf) ROW(Sqrt, sqrt) ROW(Atan, atan) ROW(Cbrt, cbrt)                  \
         ROW(Log1p, log1p)
 #define BENCH_BINARY(ROW) ROW(Pow, pow) ROW(Atan2, atan2) ROW(Div, div)
 

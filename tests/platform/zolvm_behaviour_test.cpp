@@ -50,6 +50,7 @@ class ZolvmBehaviour : public testing::Test {
 protected:
     ~ZolvmBehaviour() override {
         harnessModes = false;
+        flagsBefore = 0;
         zolInit();
     }
 
@@ -354,8 +355,14 @@ TEST_F(ZolvmBehaviour, TellsTheFirstUnusualElement) {
                 first.assign(40, one.first);
             }
             Numbers results;
-            EXPECT_EQ(function.call(first, second, results, 0, false), one.status)
-                << function.name << '(' << one.first << ", " << one.second << ')';
+            // Flags of an earlier calculation neither hide a new one nor get lost.
+            for (unsigned const flags : {0U, 0x1dU}) {
+                flagsBefore = flags;
+                EXPECT_EQ(function.call(first, second, results, 0, false), one.status)
+                    << function.name << '(' << one.first << ", " << one.second << "), flags "
+                    << flags;
+                EXPECT_EQ(lastTraces.sseFlags & flags, flags) << function.name;
+            }
         }
     });
 }

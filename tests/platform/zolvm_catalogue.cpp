@@ -7,12 +7,13 @@
 
 Traces lastTraces;
 bool harnessModes = false;
+unsigned flagsBefore = 0;
 
 namespace {
 
 constexpr unsigned flagBits = 0x3f;
 
-// Calls with clean flags and keeps what is left of them.
+// Calls with the flags asked for and keeps what is left of them.
 template <class Call>
 ZolStatus traced(Call const& call) {
     unsigned short outerWord = 0;
@@ -22,7 +23,7 @@ ZolStatus traced(Call const& call) {
     unsigned const outer = _mm_getcsr() & ~flagBits;
     unsigned short const word =
         harnessModes ? static_cast<unsigned short>((outerWord & 0xfcfbU) | 0x0200U) : outerWord;
-    unsigned const csr = harnessModes ? outer | 0x8000U : outer;
+    unsigned const csr = (harnessModes ? outer | 0x8000U : outer) | flagsBefore;
     asm volatile("fldcw %0" : : "m"(word));
     _mm_setcsr(csr);
     ZolStatus const status = call();
@@ -31,7 +32,7 @@ ZolStatus traced(Call const& call) {
     asm volatile("fnclex\n\tfldcw %0" : : "m"(outerWord));
     _mm_setcsr(outer);
     lastTraces = {after & flagBits, x87 & flagBits,
-                  ((after & ~flagBits) ^ csr) | static_cast<unsigned>(word ^ after87), false};
+                  ((after ^ csr) & ~flagBits) | static_cast<unsigned>(word ^ after87), false};
     return status;
 }
 

@@ -13,7 +13,8 @@
 using Numbers = std::vector<std::complex<double>>;
 
 // What the last call through a row left behind: exception flags of both units, which are cleared
-// before the call, the control bits that it changed, and whether it wrote behind a destination.
+// before the call but for flagsBefore, the control bits that it changed, and whether it wrote
+// behind a destination.
 struct Traces {
     unsigned sseFlags;
     unsigned x87Flags;
@@ -25,6 +26,9 @@ extern Traces lastTraces;
 // Whether calls are made in the modes that the measuring program sets: flush-to-zero, 53 bits and
 // an unmasked zero-divide in the x87 unit.
 extern bool harnessModes;
+
+// Flags of the vector unit that are up when a call begins.
+extern unsigned flagsBefore;
 
 struct Function {
     std::string name;     // zolsSin_32f_A11
