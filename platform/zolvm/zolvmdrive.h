@@ -131,8 +131,8 @@ struct Driver {
     static constexpr bool choosy = K != Exact && K != Ieee;
     // Then the loop does nothing but call, and arguments are looked at when flags are up.
     static constexpr bool tells = K == Vec && requires { requires F::tells; };
-    // A vector function keeps no register for its caller. Where a vector is long, a loop around it
-    // is faster without the check, and the arguments get a loop of their own.
+        // A vector function keeps no register for its caller. Where a vector is long, a loop around
+        // it is faster without the check, and the arguments get a loop of their own.
 #ifdef __AVX__
     static constexpr bool checkedApart =
         (K == Vec || K == Wide) && !tells && std::is_same_v<Number, typename From::Real>;
@@ -356,6 +356,7 @@ private:
 // The vector loops compute both sides of each choice, so they may raise flags that no result
 // deserves; these are the ones taken back. Inexact says nothing here and stays.
 constexpr unsigned csrFlags = 0x1f;
+constexpr unsigned csrMasks = 0x1f80;
 
 // Gives true if there was one that tells of a strange argument; a denormal number is none.
 ZOLVM_INLINE bool takeBackFlags(unsigned before) {
@@ -390,14 +391,17 @@ ZolStatus Driver<F, K, S, D, sources, results>::run(S const* source1, S const* s
         return zolStsSizeErr;
     }
     ZolStatus status = zolStsNoErr;
-    // Where new flags have a meaning, old ones are put aside.
+    // Where new flags have a meaning, old ones are put aside. What the vector loops raise for
+    // nothing must not trap where the caller has traps; single elements are done with the caller's
+    // masks.
     constexpr bool flagsCount = K == Ieee || tells;
-    unsigned flags = K == Exact ? 0 : __builtin_ia32_stmxcsr();
-    unsigned aside = flagsCount ? flags & csrFlags : 0;
-    if (aside != 0) {
-        flags &= ~csrFlags;
-        __builtin_ia32_ldmxcsr(flags);
+    unsigned const callers = K == Exact ? 0 : __builtin_ia32_stmxcsr();
+    unsigned aside = flagsCount ? callers & csrFlags : 0;
+    unsigned const ours = choosy ? (callers & ~aside) | csrMasks : callers & ~aside;
+    if (ours != callers) {
+        __builtin_ia32_ldmxcsr(ours);
     }
+    unsigned flags = ours;
     void const* const starts[] = {source1, source2};
     bool const inPlace = starts[0] == dest1 || starts[0] == dest2 ||
                          (sources == 2 && (starts[1] == dest1 || starts[1] == dest2));
@@ -428,8 +432,10 @@ ZolStatus Driver<F, K, S, D, sources, results>::run(S const* source1, S const* s
         if constexpr (choosy) {
             bool const raised = takeBackFlags(flags);
             if (tells ? raised : left) {
+                __builtin_ia32_ldmxcsr((flags & ~csrMasks) | (callers & csrMasks));
                 repair(from1, from2, to1, to2, count, &status);
-                unsigned const now = __builtin_ia32_stmxcsr();
+                unsigned const now = __builtin_ia32_stmxcsr() | csrMasks;
+                __builtin_ia32_ldmxcsr(now);
                 if constexpr (tells) {
                     aside |= now & csrFlags;
                     takeBackFlags(flags);
@@ -442,8 +448,9 @@ ZolStatus Driver<F, K, S, D, sources, results>::run(S const* source1, S const* s
     if constexpr (K == Ieee) {
         status = ieeeStatus(__builtin_ia32_stmxcsr());
     }
-    if (aside != 0) {
-        __builtin_ia32_ldmxcsr(__builtin_ia32_stmxcsr() | aside);
+    if (ours != callers || aside != 0) {
+        unsigned const now = __builtin_ia32_stmxcsr() | aside;
+        __builtin_ia32_ldmxcsr((now & ~csrMasks) | (callers & csrMasks));
     }
     return status;
 }

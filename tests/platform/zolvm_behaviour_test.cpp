@@ -51,6 +51,7 @@ protected:
     ~ZolvmBehaviour() override {
         harnessModes = false;
         flagsBefore = 0;
+        trapping = false;
         zolInit();
     }
 
@@ -77,11 +78,14 @@ TEST_F(ZolvmBehaviour, LeavesNoFlagsBehindOrdinaryArguments) {
                 Numbers const second = workNumbers(function, true, length);
                 Numbers results;
                 harnessModes = harness;
-                ZolStatus const status = function.call(first, second, results, 0, false);
-                EXPECT_EQ(status, zolStsNoErr) << function.name;
-                EXPECT_EQ(lastTraces.sseFlags & ~inexact, 0U) << function.name << ' ' << length;
-                EXPECT_EQ(lastTraces.x87Flags & ~inexact, 0U) << function.name << ' ' << length;
-                EXPECT_EQ(lastTraces.changedControl, 0U) << function.name;
+                for (bool const traps : {false, true}) {
+                    trapping = traps; // a trap would end the test program
+                    ZolStatus const status = function.call(first, second, results, 0, false);
+                    EXPECT_EQ(status, zolStsNoErr) << function.name;
+                    EXPECT_EQ(lastTraces.sseFlags & ~inexact, 0U) << function.name << ' ' << length;
+                    EXPECT_EQ(lastTraces.x87Flags & ~inexact, 0U) << function.name << ' ' << length;
+                    EXPECT_EQ(lastTraces.changedControl, 0U) << function.name;
+                }
             }
         });
     }

@@ -8,6 +8,7 @@
 Traces lastTraces;
 bool harnessModes = false;
 unsigned flagsBefore = 0;
+bool trapping = false;
 
 namespace {
 
@@ -23,7 +24,9 @@ ZolStatus traced(Call const& call) {
     unsigned const outer = _mm_getcsr() & ~flagBits;
     unsigned short const word =
         harnessModes ? static_cast<unsigned short>((outerWord & 0xfcfbU) | 0x0200U) : outerWord;
-    unsigned const csr = (harnessModes ? outer | 0x8000U : outer) | flagsBefore;
+    unsigned const allButInexact = 0xf80;
+    unsigned const csr =
+        ((harnessModes ? outer | 0x8000U : outer) | flagsBefore) & ~(trapping ? allButInexact : 0);
     asm volatile("fldcw %0" : : "m"(word));
     _mm_setcsr(csr);
     ZolStatus const status = call();

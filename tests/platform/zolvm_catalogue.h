@@ -30,6 +30,9 @@ extern bool harnessModes;
 // Flags of the vector unit that are up when a call begins.
 extern unsigned flagsBefore;
 
+// Whether exceptions of the vector unit, all but inexact, trap during calls.
+extern bool trapping;
+
 struct Function {
     std::string name;     // zolsSin_32f_A11
     std::string family;   // Sin
