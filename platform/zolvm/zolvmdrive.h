@@ -394,10 +394,9 @@ ZolStatus Driver<F, K, S, D, sources, results>::run(S const* source1, S const* s
     // Where new flags have a meaning, old ones are put aside. What the vector loops raise for
     // nothing must not trap where the caller has traps; single elements are done with the caller's
     // masks.
-    constexpr bool flagsCount = K == Ieee || tells;
     unsigned const callers = K == Exact ? 0 : __builtin_ia32_stmxcsr();
-    unsigned aside = flagsCount ? callers & csrFlags : 0;
-    unsigned const ours = choosy ? (callers & ~aside) | csrMasks : callers & ~aside;
+    unsigned aside = K == Ieee || tells ? callers & csrFlags : 0;
+    unsigned const ours = (callers & ~aside) | (choosy ? csrMasks : 0);
     if (ours != callers) {
         __builtin_ia32_ldmxcsr(ours);
     }
