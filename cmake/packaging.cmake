@@ -5,7 +5,7 @@ if(NOT ZOL_ROOT)
 endif()
 
 # The interface, for those who write a library of their own.
-install(FILES platform/include/zolcore.h platform/include/zolvm.h
+install(FILES platform/include/zolcore.h platform/include/zolvm.h platform/include/zolvmtable.h
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 configure_file(platform/zolvm.pc.in zolvm.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zolvm.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

@@ -6,16 +6,7 @@ ZolLibraryVersion const* zolvmGetLibVersion(void) {
     return &version;
 }
 
-#define DEFINE_UNARY(name, S, D)                                                                   \
-    ZolStatus name(S const*, D*, int) { return zolStsNoErr; }
-#define DEFINE_BINARY(name, S, D)                                                                  \
-    ZolStatus name(S const*, S const*, D*, int) { return zolStsNoErr; }
-#define DEFINE_SCALAR(name, S, D)                                                                  \
-    ZolStatus name(S const*, S, D*, int) { return zolStsNoErr; }
-#define DEFINE_TWO_RESULTS(name, S, D)                                                             \
-    ZolStatus name(S const*, D*, D*, int) { return zolStsNoErr; }
-
-ZOLVM_UNARY(DEFINE_UNARY)
-ZOLVM_BINARY(DEFINE_BINARY)
-ZOLVM_SCALAR(DEFINE_SCALAR)
-ZOLVM_TWO_RESULTS(DEFINE_TWO_RESULTS)
+#pragma GCC diagnostic ignored "-Wunused-parameter"
+#define DEFINE(shape, name, S, D, family, kind)                                                    \
+    ZolStatus name ZOLVM_PARAMETERS_##shape(S, D) { return zolStsNoErr; }
+ZOLVM_FUNCTIONS(DEFINE)

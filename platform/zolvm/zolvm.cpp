@@ -16,23 +16,17 @@ ZOLVM_DECLARE_PATH(avx512)
 
 namespace {
 
-#define ZOLVM_POINTER(name, S, D) .name = name,
-#define ZOLVM_POINTERS                                                                             \
-    ZOLVM_UNARY(ZOLVM_POINTER)                                                                     \
-    ZOLVM_BINARY(ZOLVM_POINTER)                                                                    \
-    ZOLVM_SCALAR(ZOLVM_POINTER)                                                                    \
-    ZOLVM_TWO_RESULTS(ZOLVM_POINTER)
-
 constexpr Zol64u avx2Features = zolCPUID_AVX | zolCPUID_AVX2;
 constexpr Zol64u avx512Features = avx2Features | zolCPUID_AVX512F | zolCPUID_AVX512CD |
                                   zolCPUID_AVX512BW | zolCPUID_AVX512DQ | zolCPUID_AVX512VL;
 
 } // namespace
 
+#define ZOLVM_POINTER(shape, name, S, D, family, kind) .name = name,
 #define ZOLVM_PATH_TABLE(path, features, fma)                                                      \
     namespace zolvm::path {                                                                        \
     static constinit zolvmKernels const kernels = {                                                \
-        .needs = features, .needsFma = fma, ZOLVM_POINTERS};                                       \
+        .needs = features, .needsFma = fma, ZOLVM_FUNCTIONS(ZOLVM_POINTER)};                       \
     }
 ZOLVM_PATH_TABLE(sse2, 0, false)
 ZOLVM_PATH_TABLE(avx2, avx2Features, true)
@@ -80,22 +74,6 @@ ZolLibraryVersion const* zolvmGetLibVersion(void) {
     return &version;
 }
 
-#define ZOLVM_EXPORT_UNARY(name, S, D)                                                             \
-    ZolStatus name(S const* pSrc, D* pDst, int len) { return kernels->name(pSrc, pDst, len); }
-#define ZOLVM_EXPORT_BINARY(name, S, D)                                                            \
-    ZolStatus name(S const* pSrc1, S const* pSrc2, D* pDst, int len) {                             \
-        return kernels->name(pSrc1, pSrc2, pDst, len);                                             \
-    }
-#define ZOLVM_EXPORT_SCALAR(name, S, D)                                                            \
-    ZolStatus name(S const* pSrc, S value, D* pDst, int len) {                                     \
-        return kernels->name(pSrc, value, pDst, len);                                              \
-    }
-#define ZOLVM_EXPORT_TWO_RESULTS(name, S, D)                                                       \
-    ZolStatus name(S const* pSrc, D* pDst1, D* pDst2, int len) {                                   \
-        return kernels->name(pSrc, pDst1, pDst2, len);                                             \
-    }
-
-ZOLVM_UNARY(ZOLVM_EXPORT_UNARY)
-ZOLVM_BINARY(ZOLVM_EXPORT_BINARY)
-ZOLVM_SCALAR(ZOLVM_EXPORT_SCALAR)
-ZOLVM_TWO_RESULTS(ZOLVM_EXPORT_TWO_RESULTS)
+#define ZOLVM_EXPORT(shape, name, S, D, family, kind)                                              \
+    ZolStatus name ZOLVM_PARAMETERS_##shape(S, D) { return kernels->name ZOLVM_ARGUMENTS_##shape; }
+ZOLVM_FUNCTIONS(ZOLVM_EXPORT)

@@ -1,6 +1,6 @@
 // zolvmcheap.h - exponential, logarithm, power, sine and cosine with as few terms as the
-// enhanced-performance forms need: about 2^-12 in single and 2^-27 in double precision. Included
-// by the kernel sources alone.
+// enhanced-performance forms need: about 2^-12 in single and 2^-27 in double precision; reciprocals
+// and square roots by estimates. Included by the kernel sources alone.
 #ifndef ZOLVM_ZOLVMCHEAP_H
 #define ZOLVM_ZOLVMCHEAP_H
 
@@ -25,14 +25,13 @@ struct Cheapness<float> {
 #endif
     static constexpr double exp[] = {0x1.fff61b895d428p-1, 0x1.fffe06161120ap-1,
                                      0x1.029269b7c9759p-1, 0x1.57638965b855cp-3};
-    static constexpr double log[] = {0x1.fffb0aa608fe6p-1, -0x1.ff7d7b1d3ad0bp-2,
-                                     0x1.58c4b0da63bc1p-2, -0x1.1495b15b2d6bcp-2,
-                                     0x1.634ccb19451c4p-3};
+    static constexpr double log[] = {0x1.ffd96775b1018p-1, -0x1.010bfbdcdf7bep-1,
+                                     0x1.6ae4f603c5682p-2, -0x1.d14b1486150b9p-3};
     static constexpr double logOfPower[] = {
         0x1.0000113c72f3fp+0, -0x1.00012667a4211p-1, 0x1.552181e117a39p-2, -0x1.fe5e5524f704bp-3,
         0x1.a45c701699910p-3, -0x1.7c646a3aef0e8p-3, 0x1.dd80f514a6edbp-4};
-    static constexpr double sine[] = {0x1.ffffe64c73483p-1, -0x1.5550206c34df3p-3,
-                                      0x1.1067c5d22922bp-7, -0x1.846b4357404fap-13};
+    static constexpr double sine[] = {0x1.fff1cd8a0b6b7p-1, -0x1.53e2985b5e750p-3,
+                                      0x1.f23eabf21e6c8p-8};
 };
 template <>
 struct Cheapness<double> {
@@ -57,9 +56,9 @@ struct Cheapness<double> {
         0x1.999982ba66962p-3, -0x1.555468681e9b4p-3, 0x1.2495b3ff17576p-3, -0x1.0022d10053211p-3,
         0x1.c6c74537edb73p-4, -0x1.94a481a90569fp-4, 0x1.72df5f43a0b36p-4, -0x1.7eaf366ddb3dfp-4,
         0x1.7450fbf77bc18p-4, -0x1.827a940e44864p-5};
-    static constexpr double sine[] = {0x1.ffffffffda36dp-1,  -0x1.555555441e920p-3,
-                                      0x1.11110bfaf8fe8p-7,  -0x1.a017ce4bdc2a1p-13,
-                                      0x1.716fe3c906abep-19, -0x1.9a64e37bdc94fp-26};
+    static constexpr double sine[] = {0x1.ffffffd2470dfp-1, -0x1.555547ea46776p-3,
+                                      0x1.110e7a76a36f0p-7, -0x1.9f6420ac4b5c7p-13,
+                                      0x1.5d36a2cc9c2dcp-19};
 };
 
 template <class T>
@@ -170,6 +169,85 @@ ZOLVM_INLINE T cheapSine(T x) {
     }
     T const sine = r * polynomial(C::sine, r * r);
     return __builtin_bit_cast(T, bitsOf(sine) ^ (bitsOf(shifted) << (8 * sizeof(T) - 1)));
+}
+
+// sqrt(x) or its inverse for a normal x: an estimate from the bits of the number, a step of the
+// third order with coefficients for its range of errors, and one of Newton's.
+template <bool inverse>
+ZOLVM_INLINE double cheapRoot(double x) {
+    double const first = fromBits(0x5fe6ea50c7b537a9ULL - (bitsOf(x) >> 1));
+    double const off = timesPlus(-x * first, first, 1.0);
+    double const e =
+        timesPlus(first * off, timesPlus(off, 0x1.80cae18cb4064p-2, 0x1.008f46e5192dep-1), first);
+    double const root = x * e;
+    double const start = inverse ? e : root;
+    return timesPlus(0.5 * start, timesPlus(-root, e, 1.0), start);
+}
+
+// Whole vectors of real numbers.
+#if defined(__AVX512F__)
+constexpr int vectorBytes = 64;
+#elif defined(__AVX__)
+constexpr int vectorBytes = 32;
+#else
+constexpr int vectorBytes = 16;
+#endif
+template <class R>
+struct Lanes {
+    static constexpr int count = vectorBytes / sizeof(R);
+    typedef R Vector __attribute__((vector_size(vectorBytes)));
+    typedef R InMemory __attribute__((vector_size(vectorBytes), aligned(sizeof(R)), may_alias));
+
+    // Once: the compiler would load anew for each use, and loads are what is scarce.
+    ZOLVM_INLINE static Vector load(R const* from) {
+        Vector loaded = *reinterpret_cast<InMemory const*>(from);
+        asm("" : "+v"(loaded));
+        return loaded;
+    }
+    ZOLVM_INLINE static void store(R* to, Vector x) { *reinterpret_cast<InMemory*>(to) = x; }
+};
+
+typedef unsigned FlagLanes __attribute__((vector_size(vectorBytes)));
+ZOLVM_INLINE bool anyNegative(FlagLanes x) {
+#if defined(__AVX512F__)
+    typedef int Integers __attribute__((vector_size(vectorBytes)));
+    return __builtin_ia32_cvtd2mask512(reinterpret_cast<Integers>(x)) != 0;
+#elif defined(__AVX__)
+    return __builtin_ia32_movmskps256(reinterpret_cast<Lanes<float>::Vector>(x)) != 0;
+#else
+    return __builtin_ia32_movmskps(reinterpret_cast<Lanes<float>::Vector>(x)) != 0;
+#endif
+}
+
+// The processor's estimates of 1 / x or 1 / sqrt(x), right to some 2^-12.
+template <bool root>
+ZOLVM_INLINE Lanes<float>::Vector estimate(Lanes<float>::Vector x) {
+#if defined(__AVX512F__)
+    return root ? __builtin_ia32_rsqrt14ps512_mask(x, x, 0xffff)
+                : __builtin_ia32_rcp14ps512_mask(x, x, 0xffff);
+#elif defined(__AVX__)
+    return root ? __builtin_ia32_rsqrtps256(x) : __builtin_ia32_rcpps256(x);
+#else
+    return root ? __builtin_ia32_rsqrtps(x) : __builtin_ia32_rcpps(x);
+#endif
+}
+// For other numbers an estimate is none, or no normal number.
+template <bool root>
+constexpr float estimateMost = root ? maxFinite<float> : 0x1.ff8p125F;
+// They are the result, or factors of the other source. True if there is one for a number below the
+// normal ones, above the most, or without a root.
+template <bool root, bool factor>
+ZOLVM_INLINE bool estimates(float const* x, float const* y, float* result, std::size_t count) {
+    using L = Lanes<float>;
+    FlagLanes left{};
+    for (std::size_t i = 0; i < count; i += L::count) {
+        L::Vector const of = L::load(y + i);
+        L::Vector const estimated = estimate<root>(of);
+        FlagLanes const size = reinterpret_cast<FlagLanes>(of) & (root ? ~0U : ~0U >> 1);
+        left |= (bitsOf(estimateMost<root>) - size) | (size - bitsOf(minNormal<float>));
+        L::store(result + i, factor ? estimated * L::load(x + i) : estimated);
+    }
+    return anyNegative(left);
 }
 
 } // namespace

@@ -4,366 +4,252 @@
 
 #include "zolvm/zolvmelementary.h"
 #include "zolvm/zolvmkernels.h"
-#include "zolvm/zolvmtable.h"
 
 ZOLVM_DECLARE_PATH(ZOLVM_PATH)
 
 namespace {
 
 namespace scalar = zolvm::scalar;
+using zolvm::ruleNone;
+using zolvm::rulePole;
 
-typedef Zol64fc (*Scalar1)(Zol64fc);
-typedef Zol64fc (*Scalar2)(Zol64fc, Zol64fc);
-
-struct Plain {
-    static constexpr unsigned rules = zolvm::ruleNone;
-};
+template <class T>
+constexpr T angleLeast = bound<T>(0x1p-100, 0x1p-500);
+template <class T>
+constexpr T angleMost = bound<T>(16384.0, trigonometricLimit);
+template <class T>
+constexpr T hyperbolicMost = bound<T>(80.0, 700.0);
+template <class T>
+constexpr T squareMost = bound<T>(40.0, 340.0); // where sinh may still be squared
 
 // Flags are negative unless squares and products of the parts neither overflow nor vanish. Zeros
 // are strange: on the branch cuts their signs decide.
-template <class R>
-ZOLVM_INLINE BitsOf<R> partsOff(Complex<R> z) {
-    constexpr R least = bound<R>(0x1p-40, 0x1p-250);
-    constexpr R most = bound<R>(0x1p40, 0x1p250);
+template <class T>
+ZOLVM_INLINE BitsOf<T> partsOff(Complex<T> z) {
+    constexpr T least = bound<T>(0x1p-40, 0x1p-250);
+    constexpr T most = bound<T>(0x1p40, 0x1p250);
     return offBand(z.re, least, most) | offBand(z.im, least, most);
 }
 // The same for functions that don't mind a zero part.
-template <class R>
-ZOLVM_INLINE BitsOf<R> sizeOff(Complex<R> z) {
-    constexpr R most = bound<R>(0x1p40, 0x1p250);
-    R const size = larger(vec_fabs(z.re), vec_fabs(z.im));
-    return offBand(z.re, R(0), most) | offBand(z.im, R(0), most) |
-           offRange(size, bound<R>(0x1p-40, 0x1p-250), most);
+template <class T>
+ZOLVM_INLINE BitsOf<T> sizeOff(Complex<T> z) {
+    constexpr T most = bound<T>(0x1p40, 0x1p250);
+    T const size = larger(vec_fabs(z.re), vec_fabs(z.im));
+    return offBand(z.re, T(0), most) | offBand(z.im, T(0), most) |
+           offRange(size, bound<T>(0x1p-40, 0x1p-250), most);
 }
-template <class R>
-ZOLVM_INLINE BitsOf<R> anglesOff(R angle, R hyperbolic, R most) {
-    constexpr R least = bound<R>(0x1p-100, 0x1p-500);
-    return offBand(angle, least, bound<R>(16384.0, trigonometricLimit)) |
-           offBand(hyperbolic, least, most);
+template <class T>
+ZOLVM_INLINE BitsOf<T> anglesOff(T angle, T hyperbolic, T most) {
+    return offBand(angle, angleLeast<T>, angleMost<T>) | offBand(hyperbolic, angleLeast<T>, most);
 }
 
-// A family of one argument: its value for Complex<R> z by kind K.
-#define ZOLVM_COMPLEX1(family, slow, statusRules, strangeFlags, ...)                               \
-    struct family : Plain {                                                                        \
-        static constexpr Scalar1 scalar = slow;                                                    \
-        static constexpr unsigned rules = statusRules;                                             \
-        template <Kind, class R>                                                                   \
-        ZOLVM_INLINE static BitsOf<R> strange(Complex<R> z) {                                      \
-            return strangeFlags;                                                                   \
-        }                                                                                          \
-        template <Kind K, class R>                                                                 \
-        ZOLVM_INLINE static Complex<R> at(Complex<R> z) __VA_ARGS__                                \
-    };
+#define ZOLVM_FAMILY1(family, ...) ZOLVM_FAMILY(family, (Complex<T> z), __VA_ARGS__)
+
+template <class T>
+ZOLVM_INLINE Complex<T> exchanged(Complex<T> z) {
+    return {z.im, z.re};
+}
+template <class T>
+ZOLVM_INLINE Complex<T> conjugated(Complex<T> z) {
+    return {z.re, -z.im};
+}
+// z times i, and its inverse.
+template <class T>
+ZOLVM_INLINE Complex<T> turned(Complex<T> z) {
+    return {-z.im, z.re};
+}
+template <class T>
+ZOLVM_INLINE Complex<T> turnedBack(Complex<T> z) {
+    return {z.im, -z.re};
+}
 
 // ---- Roots, absolute values and products
 
-// Square root of the norm's square.
-template <Kind K, class R>
-ZOLVM_INLINE R absOf(Complex<R> z) {
-    if constexpr (K == Fine) {
-        return rounded(squareRoot(exactProduct(z.re, z.re) + exactProduct(z.im, z.im)));
-    } else {
-        return vec_sqrt(z.re * z.re + z.im * z.im);
-    }
+ZOLVM_INLINE Pair squareOfNorm(Complex<double> z) {
+    return exactProduct(z.re, z.re) + exactProduct(z.im, z.im);
 }
-
-template <Kind K, class R>
-ZOLVM_INLINE Complex<R> sqrtOf(Complex<R> z) {
-    R const along = vec_sqrt(R(0.5) * (vec_fabs(z.re) + absOf<K>(z)));
-    R const across = vec_fabs(z.im) / (along + along);
+template <Kind K, class T>
+ZOLVM_INLINE T absOf(Complex<T> z) {
+    ZOLVM_BY_KIND(rounded(squareRoot(squareOfNorm(z))), vec_sqrt(squareOf(z.re) + squareOf(z.im)));
+}
+template <Kind K, class T>
+ZOLVM_INLINE Complex<T> sqrtOf(Complex<T> z) {
+    T const along = vec_sqrt(T(0.5) * (vec_fabs(z.re) + absOf<K>(z)));
+    T const across = vec_fabs(z.im) / (along + along);
     bool const left = z.re < 0;
     return {left ? across : along, vec_copysign(left ? along : across, z.im)};
 }
-ZOLVM_COMPLEX1(Sqrt, scalar::sqrt, zolvm::ruleNone, sizeOff(z), { return sqrtOf<K>(z); })
+ZOLVM_FAMILY1(Abs, scalar::abs, ruleNone, sizeOff(z), return absOf<K>(z);)
+ZOLVM_FAMILY1(Arg, scalar::arg, ruleNone, partsOff(z), return atan2Of<K>(z.im, z.re);)
+ZOLVM_FAMILY1(Sqrt, scalar::sqrt, ruleNone, sizeOff(z), return sqrtOf<K>(z);)
 
-struct Abs : Plain {
-    static constexpr double (*scalar)(Zol64fc) = scalar::abs;
-    template <Kind, class R>
-    ZOLVM_INLINE static BitsOf<R> strange(Complex<R> z) {
-        return sizeOff(z);
+// Products in whole vectors of numbers, each as its parts by turns: the compiler would part and
+// join them in many steps.
+template <bool conjugate, class R>
+ZOLVM_INLINE auto product(R const* z, R const* w) {
+    using L = Lanes<R>;
+    typename L::Vector const first = L::load(z);
+    typename L::Vector const second = L::load(w);
+    return [&]<int... i>(std::integer_sequence<int, i...>) ZOLVM_INLINE_CALL {
+        auto const along = __builtin_shufflevector(second, second, (i & ~1)...) * first;
+        auto const across = __builtin_shufflevector(second, second, (i | 1)...) *
+                            __builtin_shufflevector(first, first, (i ^ 1)...);
+        auto const re = conjugate ? along + across : along - across;
+        auto const im = conjugate ? along - across : along + across;
+        return __builtin_shufflevector(re, im, (i + (i & 1) * L::count)...);
     }
-    template <Kind K, class R>
-    ZOLVM_INLINE static R at(Complex<R> z) {
-        return absOf<K>(z);
-    }
-};
-
-struct Arg : Plain {
-    static constexpr double (*scalar)(Zol64fc) = scalar::arg;
-    template <Kind, class R>
-    ZOLVM_INLINE static BitsOf<R> strange(Complex<R> z) {
-        return partsOff(z);
-    }
-    template <Kind K, class R>
-    ZOLVM_INLINE static R at(Complex<R> z) {
-        return atan2Of<K>(z.im, z.re);
-    }
-};
-
-// Whole vectors of numbers, each as its parts by turns. The compiler would part and join them in
-// many steps.
-#if defined(__AVX512F__)
-constexpr int vectorBytes = 64;
-#elif defined(__AVX__)
-constexpr int vectorBytes = 32;
-#else
-constexpr int vectorBytes = 16;
-#endif
-template <class R>
-struct Lanes {
-    static constexpr int count = vectorBytes / sizeof(R);
-    using Indices = std::make_integer_sequence<int, count>;
-    typedef R Vector __attribute__((vector_size(vectorBytes)));
-    typedef R InMemory __attribute__((vector_size(vectorBytes), aligned(sizeof(R)), may_alias));
-
-    template <int... i>
-    ZOLVM_INLINE static Vector realParts(Vector z, std::integer_sequence<int, i...>) {
-        return __builtin_shufflevector(z, z, (i & ~1)...);
-    }
-    template <int... i>
-    ZOLVM_INLINE static Vector imaginaryParts(Vector z, std::integer_sequence<int, i...>) {
-        return __builtin_shufflevector(z, z, (i | 1)...);
-    }
-    template <int... i>
-    ZOLVM_INLINE static Vector exchanged(Vector z, std::integer_sequence<int, i...>) {
-        return __builtin_shufflevector(z, z, (i ^ 1)...);
-    }
-    // Real parts of the first, imaginary parts of the second.
-    template <int... i>
-    ZOLVM_INLINE static Vector joined(Vector z, Vector w, std::integer_sequence<int, i...>) {
-        return __builtin_shufflevector(z, w, (i + (i & 1) * count)...);
-    }
-};
-
-struct Mul : Plain {
-    static constexpr Scalar2 scalar = scalar::mul;
-    template <Kind, class R>
-    ZOLVM_INLINE static BitsOf<R> strange(Complex<R>, Complex<R>) {
+    (std::make_integer_sequence<int, L::count>{});
+}
+template <bool conjugate>
+struct Product {
+    static constexpr auto scalar = conjugate ? scalar::mulByConj : scalar::mul;
+    static constexpr unsigned rules = ruleNone;
+    template <Kind, class T>
+    ZOLVM_INLINE static BitsOf<T> strange(Complex<T>, Complex<T>) {
         return 0;
     }
     // Infinite operands may come out as two NaNs; the C standard wants an infinity there.
-    template <Kind, class R>
-    ZOLVM_INLINE static BitsOf<R> spoilt(Complex<R> result) {
-        constexpr R infinite = R(__builtin_inf());
-        return offBand(result.re, R(0), infinite) & offBand(result.im, R(0), infinite);
+    template <Kind, class T>
+    ZOLVM_INLINE static BitsOf<T> spoilt(Complex<T> result) {
+        constexpr T infinite = T(__builtin_inf());
+        return offBand(result.re, T(0), infinite) & offBand(result.im, T(0), infinite);
     }
     // True if some part of a result is NaN.
-    template <class R>
-    static bool vectors(R const* z, R const* w, R* result, std::size_t parts) {
-        return products<false>(z, w, result, parts);
-    }
-
-protected:
-    template <bool conjugate, class R>
-    ZOLVM_INLINE static typename Lanes<R>::Vector product(R const* z, R const* w) {
+    template <Kind, class C>
+    ZOLVM_INLINE static bool lanes(C const* source1, C const* source2, C* dest, std::size_t count) {
+        using R = decltype(dest->re);
         using L = Lanes<R>;
-        typename L::Indices const all;
-        typename L::Vector first = *reinterpret_cast<typename L::InMemory const*>(z);
-        typename L::Vector second = *reinterpret_cast<typename L::InMemory const*>(w);
-        // Loaded once: the compiler would load anew for each use, and loads are what is scarce.
-        asm("" : "+v"(first), "+v"(second));
-        typename L::Vector const along = L::realParts(second, all) * first;
-        typename L::Vector const across =
-            L::imaginaryParts(second, all) * L::exchanged(first, all);
-        return conjugate ? L::joined(along + across, along - across, all)
-                         : L::joined(along - across, along + across, all);
-    }
-    template <bool conjugate, class R>
-    ZOLVM_INLINE static bool products(R const* z, R const* w, R* result, std::size_t parts) {
-        using L = Lanes<R>;
-        using InMemory = typename L::InMemory;
-        auto nan = typename L::Vector{} != typename L::Vector{};
+        R const* const z = &source1->re;
+        R const* const w = &source2->re;
+        R* const result = &dest->re;
+        FlagLanes nan{};
         // Two at a time for one check: their sum is NaN if one of them is.
-        for (std::size_t i = 0; i < parts; i += 2 * L::count) {
+        for (std::size_t i = 0; i < 2 * count; i += 2 * L::count) {
             auto const one = product<conjugate>(z + i, w + i);
             auto const next = product<conjugate>(z + i + L::count, w + i + L::count);
-            nan |= one + next != one + next;
-            *reinterpret_cast<InMemory*>(result + i) = one;
-            *reinterpret_cast<InMemory*>(result + i + L::count) = next;
+            nan |= reinterpret_cast<FlagLanes>(one + next != one + next);
+            L::store(result + i, one);
+            L::store(result + i + L::count, next);
         }
-        BitsOf<R> any = 0;
-        for (int i = 0; i < L::count; ++i) {
-            any |= static_cast<BitsOf<R>>(nan[i]);
-        }
-        return any != 0;
+        return anyNegative(nan);
     }
 };
-struct MulByConj : Mul {
-    static constexpr Scalar2 scalar = scalar::mulByConj;
-    template <class R>
-    static bool vectors(R const* z, R const* w, R* result, std::size_t parts) {
-        return products<true>(z, w, result, parts);
-    }
-};
+using Mul = Product<false>;
+using MulByConj = Product<true>;
 
-struct Div : Plain {
-    static constexpr Scalar2 scalar = scalar::div;
-    static constexpr unsigned rules = zolvm::rulePoleByZero;
-    template <Kind, class R>
-    ZOLVM_INLINE static BitsOf<R> strange(Complex<R> z, Complex<R> w) {
-        return sizeOff(w) | sizeOff(z);
-    }
-    template <Kind, class R>
-    ZOLVM_INLINE static Complex<R> at(Complex<R> z, Complex<R> w) {
-        R const square = w.re * w.re + w.im * w.im;
-        return {(z.re * w.re + z.im * w.im) / square, (z.im * w.re - z.re * w.im) / square};
-    }
-};
+ZOLVM_FAMILY(Div, (Complex<T> z, Complex<T> w), scalar::div, zolvm::rulePoleByZero,
+             sizeOff(w) | sizeOff(z), T const square = w.re * w.re + w.im * w.im;
+             return Complex<T>{(z.re * w.re + z.im * w.im) / square,
+                               (z.im * w.re - z.re * w.im) / square};)
 
 // ---- Exponential and trigonometric functions
 
-ZOLVM_COMPLEX1(Exp, scalar::exp, zolvm::ruleNone,
-               offBand(z.re, R(0), bound<R>(80.0, 700.0)) |
-                   offBand(z.im, bound<R>(0x1p-100, 0x1p-500),
-                           bound<R>(16384.0, trigonometricLimit)),
-               {
-                   R const size = expOf<K>(z.re);
-                   Two<R> const angle = sinCosOf<K>(z.im);
-                   return {size * angle.second, size * angle.first};
-               })
+template <Kind K, class T>
+ZOLVM_INLINE Complex<T> cisOf(T x, T size) {
+    Two<T> const angle = sinCosOf<K>(x);
+    return {size * angle.second, size * angle.first};
+}
+ZOLVM_FAMILY(CIS, (T x), scalar::cis, ruleNone, offBand(x, angleLeast<T>, angleMost<T>),
+             return cisOf<K>(x, T(1));)
+ZOLVM_FAMILY1(Exp, scalar::exp, ruleNone,
+              offBand(z.re, T(0), hyperbolicMost<T>) | offBand(z.im, angleLeast<T>, angleMost<T>),
+              return cisOf<K>(z.im, expOf<K>(z.re));)
 
-struct CIS : Plain {
-    static constexpr Zol64fc (*scalar)(double) = scalar::cis;
-    template <Kind, class R>
-    ZOLVM_INLINE static BitsOf<R> strange(R x) {
-        return offBand(x, bound<R>(0x1p-100, 0x1p-500), bound<R>(16384.0, trigonometricLimit));
-    }
-    template <Kind K, class R>
-    ZOLVM_INLINE static Complex<R> at(R x) {
-        Two<R> const angle = sinCosOf<K>(x);
-        return {angle.second, angle.first};
-    }
-};
-
-// sin(x + iy) and cos(x + iy); sinh and cosh are theirs, turned.
-template <Kind K, class R>
-ZOLVM_INLINE Complex<R> sinOf2(R x, R y) {
-    Two<R> const angle = sinCosOf<K>(x);
-    Two<R> const hyperbolic = sinhCoshOf<K>(y);
+// sinh and cosh are sin and cos, turned.
+template <Kind K, class T>
+ZOLVM_INLINE Complex<T> sinOf(Complex<T> z) {
+    Two<T> const angle = sinCosOf<K>(z.re);
+    Two<T> const hyperbolic = sinhCoshOf<K>(z.im);
     return {angle.first * hyperbolic.second, angle.second * hyperbolic.first};
 }
-template <Kind K, class R>
-ZOLVM_INLINE Complex<R> cosOf2(R x, R y) {
-    Two<R> const angle = sinCosOf<K>(x);
-    Two<R> const hyperbolic = sinhCoshOf<K>(y);
+template <Kind K, class T>
+ZOLVM_INLINE Complex<T> cosOf(Complex<T> z) {
+    Two<T> const angle = sinCosOf<K>(z.re);
+    Two<T> const hyperbolic = sinhCoshOf<K>(z.im);
     return {angle.second * hyperbolic.second, -angle.first * hyperbolic.first};
 }
-// tan(x + iy): no denominator cancels, as both squares are positive.
-template <Kind K, class R>
-ZOLVM_INLINE Complex<R> tanOf2(R x, R y) {
+// No denominator cancels, as both squares are positive.
+template <Kind K, class T>
+ZOLVM_INLINE Complex<T> tanOf(Complex<T> z) {
     if constexpr (K == Fine) {
-        SineCosine const angle = sinCosPair({x, 0.0});
-        Hyperbolic<Pair> const away = sinhCoshPair(vec_fabs(y));
-        Pair const bottom = angle.cosine * angle.cosine + away.sine * away.sine;
-        return {rounded(angle.sine * angle.cosine / bottom),
-                vec_copysign(rounded(away.sine * away.cosine / bottom), y)};
+        auto const [sine, cosine] = sinCosPair({z.re, 0.0});
+        auto const [sinh, cosh] = sinhCoshPair(vec_fabs(z.im));
+        Pair const bottom = cosine * cosine + sinh * sinh;
+        return {rounded(sine * cosine / bottom), vec_copysign(rounded(sinh * cosh / bottom), z.im)};
     } else {
-        Two<R> const angle = sinCosOf<K>(x);
-        Two<R> const hyperbolic = sinhCoshOf<K>(y);
-        R const bottom = angle.second * angle.second + hyperbolic.first * hyperbolic.first;
-        return {angle.first * angle.second / bottom, hyperbolic.first * hyperbolic.second / bottom};
+        auto const [sine, cosine] = sinCosOf<K>(z.re);
+        auto const [sinh, cosh] = sinhCoshOf<K>(z.im);
+        T const bottom = cosine * cosine + sinh * sinh;
+        return {sine * cosine / bottom, sinh * cosh / bottom};
     }
 }
-
-template <class R>
-constexpr R hyperbolicMost = bound<R>(80.0, 700.0);
-template <class R>
-constexpr R squareMost = bound<R>(40.0, 340.0); // where sinh may still be squared
-
-ZOLVM_COMPLEX1(Sin, scalar::sin, zolvm::ruleNone, anglesOff(z.re, z.im, hyperbolicMost<R>),
-               { return sinOf2<K>(z.re, z.im); })
-ZOLVM_COMPLEX1(Cos, scalar::cos, zolvm::ruleNone, anglesOff(z.re, z.im, hyperbolicMost<R>),
-               { return cosOf2<K>(z.re, z.im); })
-ZOLVM_COMPLEX1(Tan, scalar::tan, zolvm::ruleNone, anglesOff(z.re, z.im, squareMost<R>),
-               { return tanOf2<K>(z.re, z.im); })
-ZOLVM_COMPLEX1(Sinh, scalar::sinh, zolvm::ruleNone, anglesOff(z.im, z.re, hyperbolicMost<R>), {
-    Complex<R> const turned = sinOf2<K>(z.im, z.re);
-    return {turned.im, turned.re};
-})
-ZOLVM_COMPLEX1(Cosh, scalar::cosh, zolvm::ruleNone, anglesOff(z.im, z.re, hyperbolicMost<R>), {
-    Complex<R> const turned = cosOf2<K>(z.im, z.re);
-    return {turned.re, -turned.im};
-})
-ZOLVM_COMPLEX1(Tanh, scalar::tanh, zolvm::ruleNone, anglesOff(z.im, z.re, squareMost<R>), {
-    Complex<R> const turned = tanOf2<K>(z.im, z.re);
-    return {turned.im, turned.re};
-})
+ZOLVM_FAMILY1(Sin, scalar::sin, ruleNone, anglesOff(z.re, z.im, hyperbolicMost<T>),
+              return sinOf<K>(z);)
+ZOLVM_FAMILY1(Cos, scalar::cos, ruleNone, anglesOff(z.re, z.im, hyperbolicMost<T>),
+              return cosOf<K>(z);)
+ZOLVM_FAMILY1(Tan, scalar::tan, ruleNone, anglesOff(z.re, z.im, squareMost<T>), return tanOf<K>(z);)
+ZOLVM_FAMILY1(Sinh, scalar::sinh, ruleNone, anglesOff(z.im, z.re, hyperbolicMost<T>),
+              return exchanged(sinOf<K>(exchanged(z)));)
+ZOLVM_FAMILY1(Cosh, scalar::cosh, ruleNone, anglesOff(z.im, z.re, hyperbolicMost<T>),
+              return conjugated(cosOf<K>(exchanged(z)));)
+ZOLVM_FAMILY1(Tanh, scalar::tanh, ruleNone, anglesOff(z.im, z.re, squareMost<T>),
+              return exchanged(tanOf<K>(exchanged(z)));)
 
 // ---- Logarithms and powers
 
 // Logarithm as pairs. The square of the norm is exact enough to keep the digits near 1.
-struct LogPair {
-    Pair re;
-    Pair im;
-};
-ZOLVM_INLINE Pair squareOfNorm(Complex<double> z) {
-    return exactProduct(z.re, z.re) + exactProduct(z.im, z.im);
-}
 template <bool isLong>
-ZOLVM_INLINE LogPair lnPair(Complex<double> z) {
+ZOLVM_INLINE Complex<Pair> lnPair(Complex<double> z) {
     return {scaled(logPair<isLong>(squareOfNorm(z)), 0.5),
             atan2Pair<isLong>({z.im, 0.0}, {z.re, 0.0})};
 }
-template <Kind K, class R>
-ZOLVM_INLINE Complex<R> lnOf2(Complex<R> z) {
+template <Kind K, class T>
+ZOLVM_INLINE Complex<T> lnOf(Complex<T> z) {
     if constexpr (K == Fine) {
-        LogPair const log = lnPair<false>(z);
+        Complex<Pair> const log = lnPair<false>(z);
         return {rounded(log.re), rounded(log.im)};
     } else {
         Pair const square = squareOfNorm(z);
         return {0.5 * (vec_log(square.hi) + square.lo / square.hi), vec_atan2(z.im, z.re)};
     }
 }
-ZOLVM_COMPLEX1(Ln, scalar::ln, zolvm::rulePole, partsOff(z), { return lnOf2<K>(z); })
-ZOLVM_COMPLEX1(Log10, scalar::log10, zolvm::rulePole, partsOff(z), {
-    Complex<R> const log = lnOf2<K>(z);
-    return {log.re * R(log10E.hi), log.im * R(log10E.hi)};
-})
+ZOLVM_FAMILY1(Ln, scalar::log, rulePole, partsOff(z), return lnOf<K>(z);)
+ZOLVM_FAMILY1(Log10, scalar::log10, rulePole, partsOff(z), Complex<T> const log = lnOf<K>(z);
+              return Complex<T>{log.re * T(log10E.hi), log.im* T(log10E.hi)};)
 
-struct Pow : Plain {
-    static constexpr Scalar2 scalar = scalar::pow;
-    // Of e; the root of the power is taken and squared, so that no part of it leaves the range
-    // before the result does.
-    static constexpr double mostExponent = 1400;
-    template <Kind, class R>
-    ZOLVM_INLINE static BitsOf<R> strange(Complex<R> z, Complex<R> w) {
-        constexpr R most = bound<R>(0x1p40, 0x1p100);
-        return partsOff(z) | offBand(w.re, R(0), most) | offBand(w.im, R(0), most);
+// A power by its logarithm: exponent of e and angle, the root of the exponential and both functions
+// of the angle. The root is squared last, so that no part leaves the range before the result does.
+// What is out of reach gives a zero, which counts as spoilt, and is done again.
+ZOLVM_INLINE Complex<double> powerOf(double exponent, double angle, double root, Two<double> both) {
+    bool const inReach = (vec_fabs(exponent) <= 1400) & (vec_fabs(angle) <= trigonometricLimit);
+    double const kept = inReach ? root : 0.0;
+    return {kept * both.second * kept, kept * both.first * kept};
+}
+template <class R>
+ZOLVM_INLINE Complex<R> timesExponent(Complex<R> log, Complex<double> w) {
+    return {log.re * w.re - log.im * w.im, log.re * w.im + log.im * w.re};
+}
+template <Kind K>
+ZOLVM_INLINE Complex<double> powOf(Complex<double> z, Complex<double> w) {
+    if constexpr (K == Fine) {
+        Complex<Pair> const log = timesExponent(lnPair<true>(z), w);
+        auto const [sine, cosine] = sinCosPair(log.im);
+        return powerOf(log.re.hi, log.im.hi, rounded(expPair(scaled(log.re, 0.5))),
+                       {rounded(sine), rounded(cosine)});
+    } else {
+        Complex<double> const log = timesExponent(lnOf<Vec>(z), w);
+        return powerOf(log.re, log.im, vec_exp(0.5 * log.re), sinCosOf<Vec>(log.im));
     }
-    template <Kind, class R>
-    ZOLVM_INLINE static BitsOf<R> spoilt(Complex<R> result) {
-        R const size = larger(vec_fabs(result.re), vec_fabs(result.im));
-        return offRange(size, minNormal<R>, maxFinite<R>);
-    }
-    template <Kind K, class R>
-    ZOLVM_INLINE static Complex<R> at(Complex<R> z, Complex<R> w) {
-        double root;
-        Two<double> angle;
-        bool inReach;
-        if constexpr (K == Fine) {
-            LogPair const log = lnPair<true>(z);
-            Pair const re = log.re * w.re - log.im * w.im;
-            Pair const im = log.re * w.im + log.im * w.re;
-            inReach = isInReach(re.hi, im.hi);
-            root = rounded(expPair(scaled(re, 0.5)));
-            SineCosine const both = sinCosPair(im);
-            angle = {rounded(both.sine), rounded(both.cosine)};
-        } else {
-            Complex<double> const log = lnOf2<Vec>(z);
-            double const re = log.re * w.re - log.im * w.im;
-            double const im = log.re * w.im + log.im * w.re;
-            inReach = isInReach(re, im);
-            root = vec_exp(0.5 * re);
-            angle = sinCosOf<Vec>(im);
-        }
-        // A zero counts as spoilt, and the element is done again.
-        double const kept = inReach ? root : 0.0;
-        return {kept * angle.second * kept, kept * angle.first * kept};
-    }
-
-private:
-    ZOLVM_INLINE static bool isInReach(double exponent, double angle) {
-        return (vec_fabs(exponent) <= mostExponent) & (vec_fabs(angle) <= trigonometricLimit);
+}
+ZOLVM_FAMILY(PowOf, (Complex<T> z, Complex<T> w), scalar::pow, ruleNone,
+             partsOff(z) | offBand(w.re, T(0), bound<T>(0x1p40, 0x1p100)) |
+                 offBand(w.im, T(0), bound<T>(0x1p40, 0x1p100)),
+             return powOf<K>(z, w);)
+struct Pow : PowOf {
+    template <Kind, class T>
+    ZOLVM_INLINE static BitsOf<T> spoilt(Complex<T> result) {
+        T const size = larger(vec_fabs(result.re), vec_fabs(result.im));
+        return offRange(size, minNormal<T>, maxFinite<T>);
     }
 };
 using Powx = Pow;
@@ -371,89 +257,51 @@ using Powx = Pow;
 // ---- Inverse trigonometric functions, by Kahan's formulas in the square roots of 1 - z and 1 + z,
 // whose products have no differences.
 
-template <class R>
-struct Roots {
-    Complex<R> minus; // of 1 - z
-    Complex<R> plus;  // of 1 + z
-};
-template <Kind K, class R>
-ZOLVM_INLINE Roots<R> rootsOf(Complex<R> z) {
-    return {sqrtOf<K>(Complex<R>{1 - z.re, -z.im}), sqrtOf<K>(Complex<R>{1 + z.re, z.im})};
+template <Kind K, class T>
+ZOLVM_INLINE Two<Complex<T>> rootsOf(Complex<T> z) {
+    return {sqrtOf<K>(Complex<T>{1 - z.re, -z.im}), sqrtOf<K>(Complex<T>{1 + z.re, z.im})};
 }
-template <Kind K, class R>
-ZOLVM_INLINE Complex<R> asinOf2(Complex<R> z) {
-    Roots<R> const root = rootsOf<K>(z);
-    R const cosine = root.minus.re * root.plus.re - root.minus.im * root.plus.im;
-    R const sine = root.minus.re * root.plus.im - root.minus.im * root.plus.re;
+template <Kind K, class T>
+ZOLVM_INLINE Complex<T> asinOf(Complex<T> z) {
+    auto const [minus, plus] = rootsOf<K>(z);
+    T const cosine = minus.re * plus.re - minus.im * plus.im;
+    T const sine = minus.re * plus.im - minus.im * plus.re;
     return {atan2Of<K>(z.re, cosine), asinhOf<K>(sine)};
 }
-template <Kind K, class R>
-ZOLVM_INLINE Complex<R> acosOf2(Complex<R> z) {
-    Roots<R> const root = rootsOf<K>(z);
-    R const sine = root.plus.re * root.minus.im - root.plus.im * root.minus.re;
-    return {2 * atan2Of<K>(root.minus.re, root.plus.re), asinhOf<K>(sine)};
+template <Kind K, class T>
+ZOLVM_INLINE Complex<T> acosOf(Complex<T> z) {
+    auto const [minus, plus] = rootsOf<K>(z);
+    T const sine = plus.re * minus.im - plus.im * minus.re;
+    return {2 * atan2Of<K>(minus.re, plus.re), asinhOf<K>(sine)};
 }
-template <Kind K, class R>
-ZOLVM_INLINE Complex<R> atanhOf2(Complex<R> z) {
-    R const x = vec_fabs(z.re);
-    R const distance = (1 - x) * (1 - x) + z.im * z.im;
-    R const size = R(0.25) * log1pOf<K>(4 * x / distance);
+template <Kind K, class T>
+ZOLVM_INLINE Complex<T> acoshOf(Complex<T> z) {
+    Complex<T> const acos = acosOf<K>(z);
+    return {vec_fabs(acos.im), vec_copysign(acos.re, z.im)};
+}
+template <Kind K, class T>
+ZOLVM_INLINE Complex<T> atanhOf(Complex<T> z) {
+    T const x = vec_fabs(z.re);
+    T const distance = (1 - x) * (1 - x) + z.im * z.im;
+    T const size = T(0.25) * log1pOf<K>(4 * x / distance);
     return {vec_copysign(size, z.re),
-            R(0.5) * atan2Of<K>(2 * z.im, (1 - x) * (1 + x) - z.im * z.im)};
+            T(0.5) * atan2Of<K>(2 * z.im, (1 - x) * (1 + x) - z.im * z.im)};
 }
-
-ZOLVM_COMPLEX1(Asin, scalar::asin, zolvm::ruleNone, partsOff(z), { return asinOf2<K>(z); })
-ZOLVM_COMPLEX1(Acos, scalar::acos, zolvm::ruleNone, partsOff(z), { return acosOf2<K>(z); })
-ZOLVM_COMPLEX1(Atanh, scalar::atanh, zolvm::rulePole, partsOff(z), { return atanhOf2<K>(z); })
-ZOLVM_COMPLEX1(Asinh, scalar::asinh, zolvm::ruleNone, partsOff(z), {
-    Complex<R> const turned = asinOf2<K>(Complex<R>{-z.im, z.re});
-    return {turned.im, -turned.re};
-})
-ZOLVM_COMPLEX1(Acosh, scalar::acosh, zolvm::ruleNone, partsOff(z), {
-    Complex<R> const turned = acosOf2<K>(z);
-    return {vec_fabs(turned.im), vec_copysign(turned.re, z.im)};
-})
-ZOLVM_COMPLEX1(Atan, scalar::atan, zolvm::rulePole, partsOff(z), {
-    Complex<R> const turned = atanhOf2<K>(Complex<R>{-z.im, z.re});
-    return {turned.im, -turned.re};
-})
+ZOLVM_FAMILY1(Asin, scalar::asin, ruleNone, partsOff(z), return asinOf<K>(z);)
+ZOLVM_FAMILY1(Acos, scalar::acos, ruleNone, partsOff(z), return acosOf<K>(z);)
+ZOLVM_FAMILY1(Atanh, scalar::atanh, rulePole, partsOff(z), return atanhOf<K>(z);)
+ZOLVM_FAMILY1(Asinh, scalar::asinh, ruleNone, partsOff(z), return turnedBack(asinOf<K>(turned(z)));)
+ZOLVM_FAMILY1(Acosh, scalar::acosh, ruleNone, partsOff(z), return acoshOf<K>(z);)
+ZOLVM_FAMILY1(Atan, scalar::atan, rulePole, partsOff(z), return turnedBack(atanhOf<K>(turned(z)));)
 
 // ---- Exact operations
 
-struct Conj {
-    template <Kind, class N>
-    ZOLVM_INLINE static N at(N z) {
-        return {z.re, -z.im};
-    }
-};
-struct Add {
-    template <Kind, class N>
-    ZOLVM_INLINE static N at(N z, N w) {
-        return {z.re + w.re, z.im + w.im};
-    }
-};
-struct Sub {
-    template <Kind, class N>
-    ZOLVM_INLINE static N at(N z, N w) {
-        return {z.re - w.re, z.im - w.im};
-    }
-};
+ZOLVM_EXACT(Conj, (T z), conjugated(z))
+ZOLVM_EXACT(Add, (T z, T w), T{z.re + w.re, z.im + w.im})
+ZOLVM_EXACT(Sub, (T z, T w), T{z.re - w.re, z.im - w.im})
 
 } // namespace
 
 namespace zolvm::ZOLVM_PATH {
-#define ZOLVM_COMPLEX_SIX(shape, family, a11, a21, a24, a26, a50, a53)                             \
-    ZOLVM_DEFINE_SIX(shape, family, 32fc, 64fc, Zol32fc, Zol32fc, Zol64fc, Zol64fc, a11, a21, a24, \
-                     a26, a50, a53)
-#define ZOLVM_COMPLEX_TO_REAL(shape, family, a11, a21, a24, a26, a50, a53)                         \
-    ZOLVM_DEFINE_SIX(shape, family, 32fc, 64fc, Zol32fc, float, Zol64fc, double, a11, a21, a24,    \
-                     a26, a50, a53)
-#define ZOLVM_COMPLEX_FROM_REAL(shape, family, a11, a21, a24, a26, a50, a53)                       \
-    ZOLVM_DEFINE_SIX(shape, family, 32fc, 64fc, float, Zol32fc, double, Zol64fc, a11, a21, a24,    \
-                     a26, a50, a53)
-#define ZOLVM_COMPLEX_BEST(shape, family, a24, a53)                                                \
-    ZOLVM_DEFINE_##shape(zols##family##_32fc_A24, Zol32fc, Zol32fc, family, a24)                   \
-        ZOLVM_DEFINE_##shape(zols##family##_64fc_A53, Zol64fc, Zol64fc, family, a53)
-ZOLVM_COMPLEX_TABLE(ZOLVM_COMPLEX_SIX, ZOLVM_COMPLEX_BEST, ZOLVM_COMPLEX_TO_REAL,
-                    ZOLVM_COMPLEX_FROM_REAL)
+ZOLVM_COMPLEX_FUNCTIONS(ZOLVM_DEFINE)
 } // namespace zolvm::ZOLVM_PATH

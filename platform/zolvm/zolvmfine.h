@@ -120,6 +120,7 @@ ZOLVM_INLINE T polynomial(double const (&coefficients)[terms], T x) {
 constexpr Pair ln2{0x1.62e42fefa3800p-1, 0x1.ef35793c76730p-45}; // the first part has 42 bits
 constexpr Pair pi{0x1.921fb54442d18p+1, 0x1.1a62633145c07p-53};
 constexpr Pair log10E{0x1.bcb7b1526e50ep-2, 0x1.95355baaafad3p-57};
+constexpr Pair halfSqrtPi{0x1.c5bf891b4ef6bp-1, -0x1.618f13eb7ca89p-55}; // sqrt(pi) / 2
 constexpr Pair sqrtHalf{0x1.6a09e667f3bcdp-1, -0x1.bdd3413b26456p-55};
 constexpr double log2E = 0x1.71547652b82fep+0;
 
@@ -211,15 +212,10 @@ constexpr double cosTail[] = {
     0x1.5555555555555p-5,  -0x1.6c16c16c16c16p-10, 0x1.a01a01a019d06p-16, -0x1.27e4fb77125c5p-22,
     0x1.1eed8deac3dfep-29, -0x1.9394b8bd50ae1p-37, 0x1.ab779550c8d9bp-45};
 
-struct SineCosine {
-    Pair sine;
-    Pair cosine;
-};
-
 // For |x| up to trigonometricLimit: pi / 2 goes off in three parts of 33 bits, whose multiples are
 // exact, and a rest.
 constexpr double trigonometricLimit = 0x1p20;
-ZOLVM_INLINE SineCosine sinCosPair(Pair x) {
+ZOLVM_INLINE Two<Pair> sinCosPair(Pair x) {
     double const shifted = x.hi * 0x1.45f306dc9c883p-1 + integerShift;
     double const k = shifted - integerShift;
     Pair const second = exactSum(x.hi - k * 0x1.921fb54400000p+0, -(k * 0x1.0b4611a600000p-34));

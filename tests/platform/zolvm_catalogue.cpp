@@ -129,21 +129,18 @@ Function row(char const* name, int sources, int results, bool byValue, Call<S, D
     return function;
 }
 
-#define ROW_UNARY(name, S, D)                                                                      \
-    rows.push_back(row<S, D>(                                                                      \
-        #name, 1, 1, false, [](S const* a, S const*, D* d, D*, int n) { return name(a, d, n); }));
-#define ROW_BINARY(name, S, D)                                                                     \
-    rows.push_back(row<S, D>(#name, 2, 1, false, [](S const* a, S const* b, D* d, D*, int n) {     \
-        return name(a, b, d, n);                                                                   \
-    }));
-#define ROW_SCALAR(name, S, D)                                                                     \
-    rows.push_back(row<S, D>(#name, 2, 1, true, [](S const* a, S const* b, D* d, D*, int n) {      \
-        return name(a, *b, d, n);                                                                  \
-    }));
-#define ROW_TWO_RESULTS(name, S, D)                                                                \
-    rows.push_back(row<S, D>(#name, 1, 2, false, [](S const* a, S const*, D* d, D* e, int n) {     \
-        return name(a, d, e, n);                                                                   \
-    }));
+// By shape: number of sources, of results, whether the second source is a value; the call.
+#define SHAPE_UNARY(name) 1, 1, false, name(a, d, n)
+#define SHAPE_BINARY(name) 2, 1, false, name(a, b, d, n)
+#define SHAPE_SCALAR(name) 2, 1, true, name(a, *b, d, n)
+#define SHAPE_TWO_RESULTS(name) 1, 2, false, name(a, d, e, n)
+#define ROW_OF(name, S, D, ...) ROW_OF_SHAPE(name, S, D, __VA_ARGS__)
+#define ROW_OF_SHAPE(name, S, D, sources, results, byValue, call)                                  \
+    rows.push_back(                                                                                \
+        row<S, D>(#name, sources, results, byValue,                                                \
+                  []([[maybe_unused]] S const* a, [[maybe_unused]] S const* b,                     \
+                     [[maybe_unused]] D* d, [[maybe_unused]] D* e, int n) { return call; }));
+#define ROW(shape, name, S, D, family, kind) ROW_OF(name, S, D, SHAPE_##shape(name))
 
 // Work intervals of real rows, by family and then type letter or accuracy where it matters.
 std::map<std::string, Work> const works = {
@@ -197,10 +194,7 @@ std::map<std::string, Work> const works = {
 std::vector<Function> const& allFunctions() {
     static std::vector<Function> const all = [] {
         std::vector<Function> rows;
-        ZOLVM_UNARY(ROW_UNARY)
-        ZOLVM_BINARY(ROW_BINARY)
-        ZOLVM_SCALAR(ROW_SCALAR)
-        ZOLVM_TWO_RESULTS(ROW_TWO_RESULTS)
+        ZOLVM_FUNCTIONS(ROW)
         return rows;
     }();
     return all;

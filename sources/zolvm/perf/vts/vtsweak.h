@@ -5,11 +5,8 @@
 
 #include "zolvm.h"
 
-#define VTS_WEAK(name, S, D) extern "C" [[gnu::weak]] decltype(name) name;
-ZOLVM_UNARY(VTS_WEAK)
-ZOLVM_BINARY(VTS_WEAK)
-ZOLVM_SCALAR(VTS_WEAK)
-ZOLVM_TWO_RESULTS(VTS_WEAK)
+#define VTS_WEAK(shape, name, S, D, family, kind) extern "C" [[gnu::weak]] decltype(name) name;
+ZOLVM_FUNCTIONS(VTS_WEAK)
 #undef VTS_WEAK
 
 #endif
