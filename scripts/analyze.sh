@@ -17,6 +17,6 @@ clang-tidy --quiet --checks='-clang-analyzer-*' "${kernels[@]}" -- -std=c++20 -O
     -D__FAST_MATH__ -DZOLVM_PATH=avx2 -Iplatform -Iplatform/include 2>/dev/null || status=1
 cppcheck --quiet --error-exitcode=1 --enable=warning,performance,portability --inline-suppr \
     --std=c++20 --language=c++ --suppressions-list=.cppcheck \
-    -I testsdk/perflib/src -I sources/zolvm/perf -I platform/include testsdk sources platform ||
+    -I testsdk/perflib/src -I sources/zolvm/perf -I platform -I platform/include testsdk sources platform ||
     status=1
 exit $status

@@ -144,7 +144,11 @@ struct Div : DivOf, Estimated<false, true> {};
 struct Sqrt : Estimated<true, true> {
     template <Kind K, class T>
     ZOLVM_INLINE static T at(T x) {
-        ZOLVM_BY_KIND_CHEAP(vec_sqrt(x), vec_sqrt(x), cheapRoot<false>(x));
+        if constexpr (K == Cheap) {
+            return cheapRoot<false>(x);
+        } else {
+            return vec_sqrt(x);
+        }
     }
 };
 struct InvSqrt : Estimated<true, false> {
