@@ -30,6 +30,13 @@ using zolvm::Complex;
 
 enum Kind { Cheap, Vec, Wide, Fine, Ieee, Exact };
 
+// Whether the path multiplies and adds with one rounding.
+#ifdef __FMA__
+constexpr bool fused = true;
+#else
+constexpr bool fused = false;
+#endif
+
 template <class T>
 struct Two {
     T first;
@@ -180,15 +187,11 @@ struct Driver {
 #else
     static constexpr bool checkedApart = false;
 #endif
-#ifdef __FMA__
-    static constexpr bool byElement = false;
-#else
     // Without fused multiply-add the Fine kind costs more than the C library's scalar functions,
     // where those are accurate enough.
-    static constexpr bool byElement = K == Fine && results == 1 && isReal && requires {
+    static constexpr bool byElement = !fused && K == Fine && results == 1 && isReal && requires {
         requires(F::rules & zolvm::ruleAccurate) != 0;
     };
-#endif
 
     // Calls with as many arguments as there are sources.
     template <class Call, class N>

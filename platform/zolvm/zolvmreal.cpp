@@ -144,7 +144,7 @@ struct Div : DivOf, Estimated<false, true> {};
 struct Sqrt : Estimated<true, true> {
     template <Kind K, class T>
     ZOLVM_INLINE static T at(T x) {
-        if constexpr (K == Cheap) {
+        if constexpr (K == Cheap && fused) { // its steps cost more than the root otherwise
             return cheapRoot<false>(x);
         } else {
             return vec_sqrt(x);
