@@ -37,6 +37,14 @@ Pair cubeRoot(double x) {
     return std::fabs(x) < 1 ? cbrtPair(x * 0x1p300) : scaled(cbrtPair(x), 0x1p100);
 }
 
+// x with erfc(x) = q for a small q, which may be denormal: a quantile and a step of Newton's, both
+// sides of it times e^(x^2).
+Pair tailOf(double q) {
+    double const x = sqrtHalf.hi * normalQuantile(0.5 * (1 - q), 0.5 * q);
+    Pair const power = expPair(exactProduct(x, x) - ln2 * 600.0) * (q * 0x1p600);
+    return quickSum(x, (erfcxPair({x, 0.0}) - power).hi * halfSqrtPi.hi);
+}
+
 using Z = Complex<double>;
 
 std::complex<double> in(Z z) { return {z.re, z.im}; }
@@ -65,7 +73,7 @@ double cdfNorm(double x) {
     double const value = 0.5 * std::erfc(z);
     return z > 1 && std::isfinite(z) ? value - value * 2 * rest * (z + 0.5 / z) : value;
 }
-// Inside the domain only arguments next to zero come here.
+// Inside the domains of the inverse functions only arguments next to zero come here.
 double erfInv(double y) {
     double const size = std::fabs(y);
     return size == 0   ? y
@@ -74,14 +82,12 @@ double erfInv(double y) {
                        : std::sqrt(-size);
 }
 double erfcInv(double q) {
-    return q > 0 && q < 1 ? sqrtHalf.hi * normalQuantile(0.5 * (1 - q), 0.5 * q)
-           : q < 0        ? std::sqrt(q)
-                          : erfInv(1 - q);
+    return q > 0 && q < 1 ? rounded(tailOf(q)) : q < 0 ? std::sqrt(q) : erfInv(1 - q);
 }
 double cdfNormInv(double p) {
-    return p > 0 && p < 1 ? normalQuantile(p - 0.5, std::fmin(p, 1 - p))
-           : p < 0        ? std::sqrt(p)
-                          : erfInv(2 * p - 1);
+    return p > 0 && p < 0.5 ? rounded(tailOf(2 * p) * scaled(sqrtHalf, -2.0))
+           : p < 0          ? std::sqrt(p)
+                            : erfInv(2 * p - 1);
 }
 
 #define ZOLVM_DEFINE_SCALAR(name)                                                                  \

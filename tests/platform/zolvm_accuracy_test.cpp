@@ -42,7 +42,8 @@ private:
         bool const power = function.family == "Pow" || function.family == "Powx";
         bool const far = !function.complexSource && !power && random() % 3 == 0;
         int const range = function.single ? 126 : 1020;
-        std::uniform_int_distribution<> exponents(far               ? -range
+        // Down to denormal numbers.
+        std::uniform_int_distribution<> exponents(far               ? -range - range / 20
                                                   : second && power ? -4
                                                                     : -24,
                                                   far                      ? range
