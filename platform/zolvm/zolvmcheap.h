@@ -1,6 +1,6 @@
 // zolvmcheap.h - exponential, logarithm, power, sine and cosine with as few terms as the
 // enhanced-performance forms need: about 2^-12 in single and 2^-27 in double precision; reciprocals
-// and square roots by estimates. Included by the kernel sources alone.
+// and square roots by estimates.
 #ifndef ZOLVM_ZOLVMCHEAP_H
 #define ZOLVM_ZOLVMCHEAP_H
 

@@ -1,14 +1,14 @@
 // zolvmdrive.h - how a kernel of one element becomes a function of arrays: blocks, padded tails,
-// sources that are destinations, elements out of the ordinary, status and flags. Included by the
-// kernel sources alone, so everything is in an unnamed namespace.
+// sources that are destinations, elements out of the ordinary, status and flags. It and all that
+// stands on it is compiled for each code path, so everything is in an unnamed namespace.
 //
 // A family is a struct with some of these static members, T being float or double, parameters and
 // results T or Complex<T>:
 //   at<kind>(x) or at<kind>(x, y)   the value, right for ordinary arguments
 //   strange<kind>(x) or (x, y)      negative flags for other arguments
 //   spoilt<kind>(result)            negative flags for results that the kernel gets wrong
-//   scalar, rules                   the function of one element for all others, and what is to be
-//                                   known of it
+//   scalar, scalar2, rules          the function of one element for all others, that of a second
+//                                   result, and what is to be known of it
 //   estimated                       says that the Cheap kernel falls back on the Ieee one
 //   lanes<kind>(source1, source2, dest, count)   a vector loop of its own over a multiple of the
 //                                   tail's length; true if an element must be done again
@@ -449,6 +449,7 @@ ZolStatus run(S const* source, S operand, D* dest, int length) {
             __VA_ARGS__                                                                            \
         }                                                                                          \
     };
+// A family of a value alone, which is right for every argument.
 #define ZOLVM_EXACT(family, parameters, ...)                                                       \
     struct family {                                                                                \
         template <Kind, class T>                                                                   \

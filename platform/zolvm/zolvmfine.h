@@ -1,6 +1,6 @@
 // zolvmfine.h - the elementary functions with more than double precision: arguments and results are
 // pairs of doubles, the second carrying what the rounding of the first leaves. No tables and no
-// branches, so that loops over them vectorise. Included by the kernel sources alone.
+// branches, so that loops over them vectorise.
 //
 // Relative errors are about 2^-65 for the long forms, 2^-57 for the others:
 // a result whose parts are added once more is within 0.6 units in the last place.

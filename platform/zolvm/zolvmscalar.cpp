@@ -29,7 +29,7 @@ ZolStatus elementStatus(unsigned rules, double first, double second, double resu
 namespace scalar {
 namespace {
 
-// Others go through plain operations.
+// Zeros, infinities and NaNs go through plain operations, which raise no flag for nothing.
 bool hasDigits(double x) { return std::isfinite(x) && x != 0; }
 
 // The cube root of such a number, times 2^100 so that its low part does not vanish.
@@ -37,8 +37,8 @@ Pair cubeRoot(double x) {
     return std::fabs(x) < 1 ? cbrtPair(x * 0x1p300) : scaled(cbrtPair(x), 0x1p100);
 }
 
-// x with erfc(x) = q for a small q, which may be denormal: a quantile and a step of Newton's, both
-// sides of it times e^(x^2).
+// x with erfc(x) = q for a small q, which may be denormal: a quantile and a step of Newton's. Both
+// sides of it are multiplied by e^(x^2), which 2^600 out of q keeps in range.
 Pair tailOf(double q) {
     double const x = sqrtHalf.hi * normalQuantile(0.5 * (1 - q), 0.5 * q);
     Pair const power = expPair(exactProduct(x, x) - ln2 * 600.0) * (q * 0x1p600);
@@ -56,10 +56,7 @@ double cbrt(double x) { return hasDigits(x) ? rounded(cubeRoot(x)) * 0x1p-100 : 
 double invCbrt(double x) {
     return hasDigits(x) ? rounded(Pair{1.0, 0.0} / cubeRoot(x)) * 0x1p100 : 1 / x;
 }
-double pow2o3(double x) {
-    Pair const root = cubeRoot(x);
-    return hasDigits(x) ? rounded(root * root) * 0x1p-200 : x * x;
-}
+double pow2o3(double x) { return hasDigits(x) ? rounded(squareOf(cubeRoot(x))) * 0x1p-200 : x * x; }
 double pow3o2(double x) { return x == HUGE_VAL ? x : std::pow(x, 1.5); }
 double invSqrt(double x) {
     return x > 0 && x < 1 ? rounded(Pair{1.0, 0.0} / squareRoot({x * 0x1p600, 0.0})) * 0x1p300

@@ -347,6 +347,16 @@ TEST_F(ZolvmBehaviour, TellsTheFirstUnusualElement) {
         {"CdfNormInv", -1, 0, zolStsDomain},
         {"InvSqrt", 0, 0, zolStsSingularity},
         {"InvCbrt", 0, 0, zolStsSingularity},
+        {"InvCbrt", infinity, 0, zolStsNoErr},
+        {"Cbrt", 0, 0, zolStsNoErr},
+        {"Pow2o3", 0, 0, zolStsNoErr},
+        {"Pow2o3", infinity, 0, zolStsNoErr},
+        {"Pow3o2", 0, 0, zolStsNoErr},
+        {"Erf", infinity, 0, zolStsNoErr},
+        {"ErfInv", 0, 0, zolStsNoErr},
+        {"ErfcInv", -1e-40, 0, zolStsDomain},
+        {"Atan2", 0, -1, zolStsNoErr},
+        {"Hypot", infinity, 1, zolStsNoErr},
     };
     onEveryPath([&](Function const& function) {
         for (Case const& one : cases) {
@@ -368,6 +378,11 @@ TEST_F(ZolvmBehaviour, TellsTheFirstUnusualElement) {
                     << function.name << '(' << one.first << ", " << one.second << "), flags "
                     << flags;
                 EXPECT_EQ(lastTraces.sseFlags & flags, flags) << function.name;
+                unsigned const invalidOrZeroDivide = 0x05;
+                if (one.status == zolStsNoErr) {
+                    EXPECT_EQ(lastTraces.sseFlags & invalidOrZeroDivide & ~flags, 0U)
+                        << function.name << '(' << one.first << ')';
+                }
             }
         }
     });
