@@ -1,0 +1,12 @@
+// storedtext.h - for tests: texts that are compared as a whole with a copy in tests/golden.
+#ifndef TESTS_SUPPORT_STOREDTEXT_H
+#define TESTS_SUPPORT_STOREDTEXT_H
+
+#include <gtest/gtest.h>
+#include <string>
+
+// Whether the text is, to the byte, tests/golden/<name>.txt; the answer shows the first line that
+// differs. With PS_RENEW_TEXTS in the environment the text is stored instead.
+testing::AssertionResult matchesStored(std::string const& name, std::string const& text);
+
+#endif
