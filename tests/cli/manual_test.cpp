@@ -11,11 +11,7 @@
 
 namespace {
 
-std::filesystem::path documents() {
-    return std::filesystem::path(__FILE__).parent_path() / ".." / ".." / "docs";
-}
-
-std::string document(char const* name) { return readFile((documents() / name).string()); }
+std::string document(char const* name) { return readFile(PS_DOCUMENTS + std::string(name)); }
 
 struct Example {
     std::string heading; // of the section it stands in
