@@ -56,6 +56,7 @@ TEST_F(VtsConfig, TextsAndNumbers) {
     EXPECT_STREQ(defParam.specialMode, "XES");
     EXPECT_STREQ(defParam.compareMetering2, "second");
     EXPECT_STREQ(defParam.compareCpu1, "averylo"); // to its field's size
+    EXPECT_STREQ(defParam.compareCpu2, "b");
     EXPECT_EQ(iBrngMCG31m1(), 5U);
     EXPECT_EQ(defData.n, 2502);
     EXPECT_EQ(defParam.perfFrom, 10);
@@ -64,6 +65,9 @@ TEST_F(VtsConfig, TextsAndNumbers) {
     EXPECT_EQ(flavData[2].failBound, 2.0F);
     EXPECT_EQ(printed, "8:for A26 flavour we have 2.000000 fail bound\n"
                        "8:for LA flavour we have 1.500000 warn bound\n");
+    configure(""); // nothing of it survives
+    EXPECT_EQ(flavData[2].failBound, 67000000.0F);
+    EXPECT_EQ(flavData[1].warnBound, 3.9F);
 }
 
 TEST_F(VtsConfig, NumbersKeepTheirDefaultsWhenOutOfRange) {

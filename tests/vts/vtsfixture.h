@@ -18,7 +18,6 @@ class VtsFixture : public testing::Test {
 protected:
     VtsFixture() {
         memcpy(rows, defFunc, sizeof(defFunc));
-        memcpy(flavours, flavData, sizeof(flavData));
         vtsConfigure();
         printed.clear();
         vtsPrintSink = [](int stream, char const* text) {
@@ -28,9 +27,9 @@ protected:
     ~VtsFixture() override {
         vtsDeAllocData();
         memcpy(defFunc, rows, sizeof(defFunc));
-        memcpy(flavData, flavours, sizeof(flavData));
         defData = vtsData();
-        defParam = vtsParam();
+        defParam.numFuncs = vtsNumFuncs;
+        vtsSetDefaultParams();
         vtsGetStringFromFile = vtsGetStringFromFileStub;
         vtsPrintSink = vtsPrintConsole;
         MCG31m1Init(1);
@@ -48,7 +47,6 @@ protected:
 private:
     std::string block;
     vtsFuncRow rows[vtsNumFuncs];
-    vtsFlavour flavours[vtsNumFlavours];
 };
 
 #endif

@@ -36,7 +36,20 @@ public:
     template <int N>
     void readText(char const* key, int size, char (&field)[N]) {
         if (has(key, size)) {
-            snprintf(field, N, "%.*s", static_cast<int>(N - 1), text);
+            copy(field, text);
+        }
+    }
+
+    // Two words, each cut to its field: what is left of a long first one is not the second.
+    template <int N>
+    void readPair(char const* key, char (&first)[N], char (&second)[N]) {
+        char words[2][256];
+        int const count = has(key, 255) ? sscanf(text, "%255s %255s", words[0], words[1]) : 0;
+        if (count > 0) {
+            copy(first, words[0]);
+        }
+        if (count > 1) {
+            copy(second, words[1]);
         }
     }
 
@@ -69,6 +82,11 @@ public:
     }
 
 private:
+    template <int N>
+    static void copy(char (&field)[N], char const* word) {
+        snprintf(field, N, "%.*s", static_cast<int>(N - 1), word);
+    }
+
     void* handle;
     char text[scratchSize] = "";
 };
@@ -120,12 +138,8 @@ void readNames(ConfigReader& reader) {
     if (reader.has("ControlMetering", 63)) {
         hrotsCreateMeteringName(reader.value(), defParam.controlMetering);
     }
-    if (reader.has("CompareMeterings", 255)) {
-        sscanf(reader.value(), "%63s %63s", defParam.compareMetering1, defParam.compareMetering2);
-    }
-    if (reader.has("CompareCpu", 255)) {
-        sscanf(reader.value(), "%7s %7s", defParam.compareCpu1, defParam.compareCpu2);
-    }
+    reader.readPair("CompareMeterings", defParam.compareMetering1, defParam.compareMetering2);
+    reader.readPair("CompareCpu", defParam.compareCpu1, defParam.compareCpu2);
 }
 
 void readOutput(ConfigReader& reader) {
@@ -286,6 +300,7 @@ void vtsSetDefaultParams() {
     int const rows = defParam.numFuncs;
     defParam = vtsParam();
     defParam.numFuncs = rows;
+    memcpy(flavData, flavDefaults, sizeof(flavData));
 }
 
 int vtsReadConfig(void* handle, int) {

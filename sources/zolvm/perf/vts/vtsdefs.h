@@ -113,6 +113,7 @@ extern vtsFuncRow defFunc[vtsNumFuncs];
 extern vtsParam defParam;
 extern vtsData defData;
 extern vtsFlavour flavData[vtsNumFlavours];
+extern vtsFlavour const flavDefaults[vtsNumFlavours]; // what vtsConfigure puts back
 extern char const* const pcTestNames[vtsNumTests];
 
 #endif
