@@ -62,11 +62,11 @@ void tryAsResponseFile(std::vector<Key> const& keys) {
     checkEcho(fuzz.takeShown(), "Command line options: ", keys, accepted);
 }
 
-// The first line alone, as much of it as the program takes.
+// The first line alone with its end, as much of it as the program takes.
 void tryAsConfiguration(std::string const& text) {
     Sandbox::put("perf.cfg", text);
-    std::size_t const lineEnd = text.find('\n');
-    std::string const line = text.substr(0, lineEnd).substr(0, 1023).c_str();
+    std::size_t const lineEnd = std::min(text.find('\n'), text.size() - 1);
+    std::string const line = text.substr(0, lineEnd + 1).substr(0, 1023).c_str();
     std::vector<Key> const keys = keysOfWords(wordsOfText(line));
     if (holds(keys, '@') || keys.size() > maxKeys) {
         return;
@@ -74,7 +74,11 @@ void tryAsConfiguration(std::string const& text) {
     FuzzSession fuzz;
     bool const accepted = fuzz.parse({});
     checkList(*psSession::pCmdList, keys);
-    checkEcho(fuzz.takeShown(), "Command line options: read from perf.cfg file", keys, accepted);
+    std::string const shown = fuzz.takeShown();
+    auto const hasLineEnd = [](Key const& key) { return key.arg.find('\n') != std::string::npos; };
+    if (std::none_of(keys.begin(), keys.end(), hasLineEnd)) { // the echo is read line by line
+        checkEcho(shown, "Command line options: read from perf.cfg file", keys, accepted);
+    }
 }
 
 } // namespace

@@ -19,6 +19,10 @@ TEST_F(PsParseCommand, SourcesOfKeys) {
                          "-B: batch mode\n");
     writeFile("perf.cfg", "   \r\n-s");
     EXPECT_EQ(parse({}), "Command line options: read from perf.cfg file\n");
+    writeFile("perf.cfg", "-B -t\"x y\n-s"); // the open quote takes the line's end
+    EXPECT_EQ(parse({}), "Command line options: read from perf.cfg file\n"
+                         "-B: batch mode\n"
+                         "-tx y\n: run tests containing 'x y\n'\n");
     EXPECT_EQ(parse({"word"}), "Command line options: \n"); // any word shuts the file out
     std::filesystem::remove("perf.cfg");
     std::filesystem::create_directory("perf.cfg"); // no file, so the next place counts

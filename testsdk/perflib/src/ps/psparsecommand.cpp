@@ -40,7 +40,8 @@ psString lastArg(psCommandList const& keys, char letter) {
     return arg;
 }
 
-// Up to 1023 characters of the first line, none of an empty file. False if there is no file.
+// Up to 1023 characters of the first line with its newline, none of an empty file. False if there
+// is no file.
 bool readFirstLine(psString const& path, psString& line) {
     i_stream in(path, io_stream::Read | io_stream::Raw, false);
     if (!in.isOpen()) {
@@ -48,10 +49,6 @@ bool readFirstLine(psString const& path, psString& line) {
     }
     char text[1024] = {};
     line = std::fgets(text, sizeof text, in.file) != nullptr ? text : "";
-    // An open quote at the end of the line would take the newline into its argument.
-    if (!line.empty() && line[line.size() - 1] == '\n') {
-        line.resize(line.size() - 1, ' ');
-    }
     return true;
 }
 
