@@ -55,6 +55,13 @@ TEST_F(PsMemory, BlocksLieWhereShiftAndMisalignmentPutThem) {
     }
 }
 
+TEST_F(PsMemory, TheAlignmentIsStoredAsItIs) {
+    psSetAlignMax(48);
+    psSetVectorAlign(70);
+    EXPECT_EQ(psGetVectorAlign(), 22);
+    psSetVectorAlign(0);
+}
+
 TEST_F(PsMemory, ImpossibleRequestsAreToldAndLeaveNothing) {
     MessageCapture messages(MSG_ERR);
     EXPECT_EQ(psMalloc(-1, 0, 0, nullptr), nullptr);

@@ -4,7 +4,6 @@
 #include "psmemory/psmemory.h"
 
 #include <algorithm>
-#include <cassert>
 #include <cstdint>
 #include <cstdlib>
 
@@ -172,7 +171,6 @@ void* psMallocNext(int* size, void** owner) {
 }
 
 void psSetAlignMax(int bytes) {
-    assert(bytes > 0 && (bytes & (bytes - 1)) == 0);
     PS_ALIGN_MAX = bytes;
     ALIGN_BYTES = bytes;
     ALIGN_MASK = -bytes;

@@ -34,8 +34,8 @@ bool psMallocInfo(void* pointer, int* size, void** owner);
 void* psMallocFirst(int* size, void** owner); // walks the live blocks; null at the end
 void* psMallocNext(int* size, void** owner);
 
-void psSetAlignMax(int bytes);
-int psGetVectorAlign(); // misalignment step
+void psSetAlignMax(int bytes); // stored as it is; blocks are aligned to a power of two
+int psGetVectorAlign();        // misalignment step
 void psSetVectorAlign(int step);
 int psGetVectorShift(); // bytes that each further vector of a test is set apart
 void psSetVectorShift(int bytes);
