@@ -86,6 +86,7 @@ TEST_F(PsDialogue, MethodsAndAccuracy) {
         {{"-dMethod=st", "-dNumCalls=20"}, "2 10 20 10000 1 2048 100 0.05 no 0 yes 512"},
         {{}, "0 10 12 10000 1 2048 100 0.05 no 0 yes 512"},
         {{"-dMethod=S"}, "2 10 3 10000 1 2048 100 0.05 no 0 yes 512"},
+        {{"-dMethod=", "-dAlignVectorsBy="}, "0 10 12 10000 1 2048 100 0.05 yes 0 yes 512"},
         {{"-dMethod=i", "-dStopNumLoops=64", "-dAccuracy=1"},
          "3 10 12 10000 1 64 10000 0.01 no 0 yes 512"},
         {{"-dAccuracy=50"}, "0 10 12 10000 1 2048 100 0.5 no 0 yes 512"},

@@ -53,6 +53,7 @@ TEST(PsCacheIterator, TwoDimensionsTakeTurns) {
         {{64, 64}, 9000, 1000, false, true, {16, 16}}, {{2, 1}, 9000, 1000, false, false, {2, 1}},
         {{16, 16}, 100, 1000, true, true, {32, 16}},   {{32, 16}, 1000, 100, true, true, {16, 16}},
         {{16, 16}, 1000, 100, true, true, {16, 8}},    {{1, 1}, 1000, 100, true, false, {1, 1}},
+        {{0, 8}, 1000, 100, true, false, {0, 8}}, // the other field is nothing
     };
     for (auto const& row : rows) {
         SCOPED_TRACE(&row - rows);

@@ -227,10 +227,9 @@ bool psCacheIteratorSize::setNewValueToParm(int size, int limit, bool bySteps) {
 bool psCacheIteratorSize::updateValue(ZoliSize& value, int size, int limit, bool bySteps) {
     if (bySteps) {
         bool const wider = value.width > value.height;
-        if (size < limit) {
-            return shiftValue(wider ? value.height : value.width, 1);
-        }
-        return shiftValue(wider ? value.width : value.height, -1);
+        bool const changed = size < limit ? shiftValue(wider ? value.height : value.width, 1)
+                                          : shiftValue(wider ? value.width : value.height, -1);
+        return changed && value.width > 0 && value.height > 0;
     }
     if (size <= 0) {
         return false;

@@ -149,7 +149,7 @@ template <typename T>
 T psMapDefault<T>::stringToValue(psString& text) const {
     psStringList::const_iterator name = m_mapNames.begin();
     for (T const& known : m_mapValues) {
-        if (!text.empty() && fitString(text, *name, 0)) { // an empty text would fit the first name
+        if (fitString(text, *name, 0)) {
             text.setErrorConvertion(false);
             return known;
         }

@@ -56,7 +56,7 @@ public:
     T stringToValue(psString& text) const override;
 };
 
-// Values with names, abbreviated in any case. For int and bool.
+// Values with names, abbreviated in any case; an empty text is the first name. For int and bool.
 template <typename T>
 class psMapDefault : public psDefault_NSC<T> {
 public:
