@@ -362,7 +362,11 @@ void FuzzSession::resetGlobals() {
     drop(g_pParmList);
     drop(pCmdLine);
     drop(psSession::pCmdList);
-    g_sessionKeys = psSessionKeys();
+    s_cpuFeature = 0;
+    s_numThreads = 0;
+    s_version = false;
+    s_hintArg = 0;
+    s_hintHide = true;
     g_tool = psTool();
     psTool::m_priority = 0;
     psTest::m_hot = 0;

@@ -68,7 +68,7 @@ TEST_F(PsResponseFile, IsNotReadInsideAnother) {
               "-h: type short help and exit\n"
               "-o: write console output to perf.txt\n"); // -n came too late
     EXPECT_TRUE(accepted);
-    EXPECT_EQ(g_sessionKeys.hintArg, psSessionKeys::shortHelp);
+    EXPECT_EQ(s_hintArg, psSession::shortHelp);
 }
 
 TEST_F(PsResponseFile, UnreadableIsFatalInEveryPlace) {

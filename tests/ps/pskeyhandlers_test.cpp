@@ -114,11 +114,10 @@ TEST_F(PsKeyHandlers, EffectOfKeys) {
         {{"-kor", "-k"}, [&] { return now->m_conditions->m_logic == psConditions::And; }},
         {{"-Fa", "-F", "b"}, [] { return psTestList::m_startFunc == "b"; }},
         {{"-YLOW", "-Yx"}, [] { return psTool::m_priority == 3; }},
-        {{"-TAVX,AES", "-N", "8"},
-         [] { return g_sessionKeys.cpuFeature == 0x5df && g_sessionKeys.numThreads == 8; }},
+        {{"-TAVX,AES", "-N", "8"}, [] { return s_cpuFeature == 0x5df && s_numThreads == 8; }},
         {{"-SX", "-C"}, [] { return g_tool.m_setAndUse && psTest::m_cache; }},
         {{"-s-", "-s"}, [&] { return now->m_noSort; }},
-        {{"-?L", "-h"}, [] { return g_sessionKeys.hintArg == 1 && g_sessionKeys.hintHide; }},
+        {{"-?L", "-h"}, [] { return s_hintArg == 1 && s_hintHide; }},
     };
     for (auto const& [words, holds] : cases) {
         SCOPED_TRACE(testing::PrintToString(words));

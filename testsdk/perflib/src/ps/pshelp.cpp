@@ -2,20 +2,20 @@
 #include "ps/pssession.h"
 
 bool psSession::hintOutput() {
-    if (!g_sessionKeys.version && g_sessionKeys.hintArg == 0) {
+    if (!s_version && s_hintArg == 0) {
         return false;
     }
     g_ostrm << "\n"
             << "Norvo(R) Zolan Primitives. Performance System " << PS_VERSION << ", " << __DATE__
             << "\n";
-    if (g_sessionKeys.hintArg != 0) {
-        hint(g_sessionKeys.hintArg, g_sessionKeys.hintHide);
+    if (s_hintArg != 0) {
+        hint(s_hintArg, s_hintHide);
     }
     return true;
 }
 
 void psSession::hint(char which, bool hide) {
-    if (which == psSessionKeys::shortHelp) {
+    if (which == shortHelp) {
         hint_quick(hide);
     } else if (which == (hide ? 'h' : '?')) {
         hint_full(hide);

@@ -159,8 +159,8 @@ psString helpInfo(psString const& arg, char all, char const* which) {
 }
 
 void askHelp(psString const& arg, bool hide) {
-    g_sessionKeys.hintHide = hide;
-    g_sessionKeys.hintArg = arg.empty() ? psSessionKeys::shortHelp : arg[0];
+    s_hintHide = hide;
+    s_hintArg = arg.empty() ? psSession::shortHelp : arg[0];
 }
 
 } // namespace
@@ -363,7 +363,7 @@ psString T_info(psString arg) {
                : psString("call zolSetCpuFeatures ( Zol64u ") + arg + " )";
 }
 void T_apply(psString arg, psSession* /*session*/) {
-    g_sessionKeys.cpuFeature = psCpuFeatures::cpuFeatures(arg);
+    s_cpuFeature = psCpuFeatures::cpuFeatures(arg);
 }
 
 psString N_info(psString arg) {
@@ -373,7 +373,7 @@ psString N_info(psString arg) {
     return numberOf(arg) < 1 ? psString("ignored: incorrect number of threads")
                              : psString("call zolSetNumThreads(") + arg + ")";
 }
-void N_apply(psString arg, psSession* /*session*/) { g_sessionKeys.numThreads = numberOf(arg); }
+void N_apply(psString arg, psSession* /*session*/) { s_numThreads = numberOf(arg); }
 
 psString S_info(psString /*arg*/) {
     return unlessExit(1, "include to measurement data set & use time");
@@ -415,7 +415,7 @@ void e_apply(psString arg, psSession* session) {
 psString v_info(psString /*arg*/) {
     return "type the version number of the Performance System and exit";
 }
-void v_apply(psString /*arg*/, psSession* /*session*/) { g_sessionKeys.version = true; }
+void v_apply(psString /*arg*/, psSession* /*session*/) { s_version = true; }
 
 psString h_info(psString arg) { return helpInfo(arg, 'h', ""); }
 void h_apply(psString arg, psSession* /*session*/) { askHelp(arg, true); }

@@ -38,9 +38,9 @@ void chooseThreads() {
     (void)zol_GetNumThreads(&threads);
     g_ostrm << MSG_ERR << "\n"
             << "--calling zolGetNumThreads: numThreads = " << threads << "\n";
-    if (g_sessionKeys.numThreads > 0) {
-        g_ostrm << "--calling zolSetNumThreads( " << g_sessionKeys.numThreads << " )\n";
-        tellStatus(zol_SetNumThreads(g_sessionKeys.numThreads));
+    if (s_numThreads > 0) {
+        g_ostrm << "--calling zolSetNumThreads( " << s_numThreads << " )\n";
+        tellStatus(zol_SetNumThreads(s_numThreads));
     }
     g_ostrm << MSG_RESTORE;
 }
@@ -61,8 +61,8 @@ void startZolLibrary() {
     if (zolEnvironment == nullptr) {
         return;
     }
-    if (g_sessionKeys.cpuFeature != 0) {
-        chooseCodePath(g_sessionKeys.cpuFeature);
+    if (s_cpuFeature != 0) {
+        chooseCodePath(s_cpuFeature);
     } else {
         (void)zol_Init();
     }

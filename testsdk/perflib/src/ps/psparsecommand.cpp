@@ -10,7 +10,11 @@
 
 constinit psCommandList* psSession::pCmdList = nullptr;
 constinit int psSession::m_exitLevel = 0;
-constinit psSessionKeys g_sessionKeys;
+constinit unsigned long long s_cpuFeature = 0;
+constinit int s_numThreads = 0;
+constinit bool s_version = false;
+constinit char s_hintArg = 0;
+constinit bool s_hintHide = true;
 
 namespace {
 

@@ -22,6 +22,7 @@ class psSession {
 public:
     enum AskMode { askTiming = 1, askParams = 2, askMisalign = 4, askEachTest = 8, askAll = 15 };
     static constexpr int noEnumeration = 100; // of m_enumMode
+    static constexpr char shortHelp = 1;      // of s_hintArg
 
     psSession();
     psSession(psSession const&) = delete;
@@ -123,15 +124,11 @@ private:
 };
 
 // What the keys set for the session's later steps.
-struct psSessionKeys {
-    static constexpr char shortHelp = 1; // of hintArg
-    unsigned long long cpuFeature = 0;   // -T; 0: none
-    int numThreads = 0;                  // -N; not above 0: none
-    bool version = false;                // -v
-    char hintArg = 0;                    // 0 no help, shortHelp, else the letter behind the key
-    bool hintHide = true;                // leave hidden keys out
-};
-extern psSessionKeys g_sessionKeys;
+extern unsigned long long s_cpuFeature; // -T; 0: none
+extern int s_numThreads;                // -N; not above 0: none
+extern bool s_version;                  // -v
+extern char s_hintArg;                  // 0 no help, shortHelp, else the letter behind the key
+extern bool s_hintHide;                 // leave hidden keys out of the help
 
 // Fills the table of keys in its order.
 void psInitKeyTable(psSession& session);
