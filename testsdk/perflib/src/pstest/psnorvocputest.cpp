@@ -9,14 +9,11 @@ namespace {
 
 enum Register { eax = 0, ebx = 1, ecx = 2, edx = 3 };
 
-psString line(char letter) {
-    psString text;
-    text += letter;
-    text.resize(79, letter);
-    return text + "\n";
-}
-psString starLine() { return line('*'); }
-psString section(psString const& title) { return psString("\n") + line('=') + "    " + title; }
+constexpr char starLine[] =
+    "*******************************************************************************\n";
+constexpr char doubleLine[] =
+    "===============================================================================\n";
+psString section(psString const& title) { return psString("\n") + doubleLine + "    " + title; }
 
 // "label value\n"; with a note, the value takes four columns.
 psString valueLine(char const* label, unsigned value) {
@@ -83,28 +80,36 @@ void printHeader() {
             << "Brand String   " << brandText() << "\n";
 }
 
-void printCpuIdInfo() {
-    printHeader();
-    bool const leaf1Valid = CPUID::validFunction(1);
-    CPUID const leaf1(1);
-    if (leaf1Valid) {
-        g_ostrm << __psNorvoCpuTest::signature(leaf1);
-    }
+void printMultiThreading() {
     // Other makers have leaf 4 and leave it empty: then it tells no number of cores.
     CPUID const leaf4(4);
-    g_ostrm << __psNorvoCpuTest::multiThreading(leaf1, leaf1Valid, leaf4,
+    g_ostrm << __psNorvoCpuTest::multiThreading(CPUID(1), CPUID::validFunction(1), leaf4,
                                                 leaf4.getBits(eax, 4, 0) != 0);
-    if (CPUID::validFunction(4)) {
-        g_ostrm << section("Deterministic Cache Parameters\n");
-        psString cache;
-        for (int subleaf = 0;; ++subleaf) {
-            cache = __psNorvoCpuTest::cacheParms(subleaf, CPUID(4, static_cast<unsigned>(subleaf)));
-            if (cache.empty()) {
-                break;
-            }
-            g_ostrm << cache;
-        }
+}
+
+void printCacheParms() {
+    if (!CPUID::validFunction(4)) {
+        return;
     }
+    g_ostrm << section("Deterministic Cache Parameters\n");
+    psString cache;
+    for (int subleaf = 0;; ++subleaf) {
+        cache = __psNorvoCpuTest::cacheParms(subleaf, CPUID(4, static_cast<unsigned>(subleaf)));
+        if (cache.empty()) {
+            break;
+        }
+        g_ostrm << cache;
+    }
+}
+
+void printCpuIdInfo() {
+    printHeader();
+    CPUID const leaf1(1);
+    if (CPUID::validFunction(1)) {
+        g_ostrm << __psNorvoCpuTest::signature(leaf1);
+    }
+    printMultiThreading();
+    printCacheParms();
     if (CPUID::validFunction(0x80000006)) {
         g_ostrm << __psNorvoCpuTest::extendedL2(CPUID(0x80000006));
     }
@@ -117,19 +122,19 @@ void __psNorvoCpuTest::printInformation() {
     if (zol_has_cpuid()) {
         printCpuIdInfo();
     } else {
-        g_ostrm << starLine() << "    Norvo(R) Processor Identification\n"
+        g_ostrm << starLine << "    Norvo(R) Processor Identification\n"
                 << signature(CPUID(0, 0, 0, 0));
     }
     Zol64u features = 0;
     Zol32u registers[4] = {};
     if (zol_GetCpuFeatures(&features, registers) == zolStsNoErr) {
-        g_ostrm << maskFlags(features, zol_GetEnabledCpuFeatures());
+        printMaskFlags(features, zol_GetEnabledCpuFeatures());
     }
-    g_ostrm << starLine();
+    g_ostrm << starLine;
 }
 
 psString __psNorvoCpuTest::heading(psString const& vendor) {
-    psString text = starLine();
+    psString text = starLine;
     text += "    Norvo(R) Processor Identification\n"
             "    Got by CPUID Instruction Functions\n";
     if (!(vendor == "GenuineNorvo")) {
@@ -220,7 +225,30 @@ psString __psNorvoCpuTest::extendedL2(CPUID const& leaf) {
            "L2 Cache Associativity " + associativity(leaf.getBits(ecx, 15, 12)) + "\n";
 }
 
-psString __psNorvoCpuTest::maskFlags(unsigned long long features, unsigned long long enabled) {
+void __psNorvoCpuTest::printMaskFlag(unsigned long long features, unsigned long long enabled,
+                                     unsigned long long flag, char const* name, char const* text) {
+    static unsigned long long shown = 0; // flags that have had a row
+    char row[120];
+    if (features == 0) {
+        shown = 0;
+        snprintf(row, sizeof row, "%-20s%-5s%-9sInfo\n", "Features", "CPU", "Enabled");
+        g_ostrm << section("Feature Flags\n")
+                << "    got by zolGetCpuFeatures & zolGetEnabledCpuFeatures\n\n"
+                << row;
+        return;
+    }
+    if (flag != 0) {
+        snprintf(row, sizeof row, "%-20s%-5d%-9d%-45s\n", name, (features & flag) != 0,
+                 (enabled & flag) != 0, text);
+        g_ostrm << row;
+        shown |= flag;
+    } else if ((features & ~shown) != 0) {
+        snprintf(row, sizeof row, "%-20s%llx\n", name, features & ~shown);
+        g_ostrm << row;
+    }
+}
+
+void __psNorvoCpuTest::printMaskFlags(unsigned long long features, unsigned long long enabled) {
     struct Row {
         unsigned long long flag;
         char const* name;
@@ -255,21 +283,9 @@ psString __psNorvoCpuTest::maskFlags(unsigned long long features, unsigned long 
         {zolCPUID_AVX512DQ, "zolCPUID_AVX512DQ", "AVX512 DWord & QWord instructions"},
         {zolCPUID_AVX512VL, "zolCPUID_AVX512VL", "AVX512 Vector Length extensions"},
     };
-    char text[120];
-    psString report = section("Feature Flags\n");
-    report += "    got by zolGetCpuFeatures & zolGetEnabledCpuFeatures\n\n";
-    snprintf(text, sizeof text, "%-20s%-5s%-9sInfo\n", "Features", "CPU", "Enabled");
-    report += text;
-    unsigned long long shown = 0;
+    printMaskFlag(0, 0, 0, nullptr, nullptr);
     for (Row const& row : rows) {
-        snprintf(text, sizeof text, "%-20s%-5d%-9d%-45s\n", row.name, (features & row.flag) != 0,
-                 (enabled & row.flag) != 0, row.text);
-        report += text;
-        shown |= row.flag;
+        printMaskFlag(features, enabled, row.flag, row.name, row.text);
     }
-    if ((features & ~shown) != 0) {
-        snprintf(text, sizeof text, "%-20s%llx\n", "Unknown flags", features & ~shown);
-        report += text;
-    }
-    return report;
+    printMaskFlag(features, enabled, 0, "Unknown flags", nullptr);
 }

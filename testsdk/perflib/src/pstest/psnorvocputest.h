@@ -20,7 +20,12 @@ public:
     static psString cacheParms(int subleaf, CPUID const& leaf4);
     static psString extendedL2(CPUID const& leaf);
     static psString registerText(CPUID const& leaf, int const* order, int count);
-    static psString maskFlags(unsigned long long features, unsigned long long enabled);
+
+    // A row of the table of features. Features of 0 begin the table; a flag of 0 ends it with those
+    // features that have had no row.
+    static void printMaskFlag(unsigned long long features, unsigned long long enabled,
+                              unsigned long long flag, char const* name, char const* text);
+    static void printMaskFlags(unsigned long long features, unsigned long long enabled);
 };
 
 #endif
