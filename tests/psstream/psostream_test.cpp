@@ -25,7 +25,7 @@ TEST_F(PsOStream, FiltersByBitAndAsksByNumber) {
     stream.endMessage();
     EXPECT_FALSE(stream.beginMessage(MSG_MEMORY));
     EXPECT_EQ(stream.getMsgLevel(), MSG_PERF);
-    EXPECT_TRUE(stream.beginMessage(23));
+    EXPECT_TRUE(stream.beginMessage(static_cast<MessageLevel>(23)));
     stream.endMessageFlush();
     EXPECT_EQ(text(), "");
 

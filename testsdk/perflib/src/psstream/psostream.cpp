@@ -1,7 +1,7 @@
 // psostream.cpp - levels and filter of the message stream.
 #include "psstream/psostream.h"
 
-void psOStream::setMsgLevel(int level) {
+void psOStream::setMsgLevel(MessageLevel level) {
     levelStack.insert(levelStack.begin(), msgLevel);
     msgLevel = level;
 }
@@ -15,7 +15,7 @@ void psOStream::restoreMsgLevel() {
     levelStack.erase(levelStack.begin());
 }
 
-bool psOStream::beginMessage(int level) {
+bool psOStream::beginMessage(MessageLevel level) {
     if (outLevel < level) {
         return false;
     }

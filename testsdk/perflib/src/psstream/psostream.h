@@ -23,18 +23,18 @@ using OutputLevel = int; // a union of MessageLevel bits
 // Text at a level, written to all targets if the level is wanted.
 class psOStream : public psTargetList {
 public:
-    psOStream() : outLevel(1), msgLevel(4) {}
+    psOStream() : outLevel(MSG_ERR), msgLevel(MSG_PERF) {}
 
     void setOutLevel(OutputLevel level) { outLevel = level; }
     OutputLevel getOutLevel() const { return outLevel; }
-    int getMsgLevel() const { return msgLevel; }
+    MessageLevel getMsgLevel() const { return msgLevel; }
 
-    void setMsgLevel(int level); // saves the present level
-    void restoreMsgLevel();      // 1 when no level was saved
+    void setMsgLevel(MessageLevel level); // saves the present level
+    void restoreMsgLevel();               // 1 when no level was saved
 
     // True, with the level set, unless outLevel is numerically less than level. This is another
     // test than the bit test of the output operator, on purpose.
-    bool beginMessage(int level);
+    bool beginMessage(MessageLevel level);
     void endMessage();
     void endMessageFlush();
 
@@ -43,18 +43,18 @@ public:
     void write(psString const& text); // to each target if it passes
 
 protected:
-    psOStream(OutputLevel out, int message) : outLevel(out), msgLevel(message) {}
+    psOStream(OutputLevel out, MessageLevel message) : outLevel(out), msgLevel(message) {}
 
 private:
     OutputLevel outLevel;
-    int msgLevel;
-    psList<int> levelStack; // saved levels, most recent first
+    MessageLevel msgLevel;
+    psList<MessageLevel> levelStack; // saved levels, most recent first
 };
 
 // The summary stream: everything written to it passes.
 class psUStream : public psOStream {
 public:
-    psUStream() : psOStream(1, 1) {}
+    psUStream() : psOStream(MSG_ERR, MSG_ERR) {}
 };
 
 psOStream& operator<<(psOStream& out, psString const& text);

@@ -136,7 +136,7 @@ void psTest::putTableLine(psResult result) {
 
 void psTest::putTextParms() { putTextParms(g_ostrm.getMsgLevel()); }
 
-void psTest::putTextParms(int level) {
+void psTest::putTextParms(MessageLevel level) {
     if (!g_ostrm.beginMessage(level)) {
         return;
     }

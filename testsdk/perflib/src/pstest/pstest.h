@@ -63,7 +63,7 @@ public:
     virtual void putTableParms();
     virtual void putTableResult(psResult result);
     virtual void putTextParms();
-    virtual void putTextParms(int level);
+    virtual void putTextParms(MessageLevel level);
     virtual void loopData(); // all parameter sets, one after the other
     virtual void outputResult(psResult result);
     virtual void outputConst();

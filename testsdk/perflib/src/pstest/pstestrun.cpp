@@ -25,7 +25,7 @@ public:
 
 private:
     OutputLevel outLevel;
-    int msgLevel;
+    MessageLevel msgLevel;
 };
 
 // With errors only on the screen, warnings don't spoil a test's result.
