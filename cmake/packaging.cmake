@@ -1,5 +1,5 @@
 # What `cmake --install` puts where, and the Debian package of it.
-install(TARGETS ps_zolvm RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+install(TARGETS ps_zolvm ps_tables RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 if(NOT ZOL_ROOT)
     install(TARGETS zolcore zolvm LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 endif()

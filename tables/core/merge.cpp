@@ -1,0 +1,81 @@
+// merge.cpp - what stands for a point that was read several times.
+#include "core/merge.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+namespace tables {
+
+namespace {
+
+// Points whose middle reading lies further from the one that stands for them didn't come to rest.
+constexpr double restLimit = 0.05;
+
+double middle(std::vector<double>& sorted) {
+    std::sort(sorted.begin(), sorted.end());
+    std::size_t const half = sorted.size() / 2;
+    return sorted.size() % 2 != 0 ? sorted[half] : (sorted[half - 1] + sorted[half]) / 2;
+}
+
+} // namespace
+
+Standing standingOf(std::vector<double> clocks) {
+    double const median = middle(clocks);
+    // Disturbances only add clocks; but one process may be quick by luck, so the least counts only
+    // where there is no choice.
+    double const standing = clocks.size() < 3 ? clocks[0] : clocks[1];
+    return {standing, median / standing - 1};
+}
+
+Merged mergePasses(Passes const& passes) {
+    struct Gathered {
+        std::vector<double> clocks;
+        std::vector<double> ratios;
+        Reading sum;
+    };
+    Merged merged;
+    merged.pass.head = passes.list.front().head;
+    std::vector<Gathered> all(passes.points.size());
+    std::vector<std::uint32_t> order;
+    for (Pass const& pass : passes.list) {
+        for (Reading const& reading : pass.readings) {
+            Gathered& point = all[reading.point];
+            if (point.clocks.empty()) {
+                order.push_back(reading.point);
+                point.sum = reading;
+                point.sum.pairs = 0;
+                point.sum.quiet = true;
+            }
+            point.clocks.push_back(reading.clocks);
+            point.sum.accuracy = std::min(point.sum.accuracy, reading.accuracy);
+            if (reading.ratio > 0) {
+                point.ratios.push_back(reading.ratio);
+                point.sum.pairs += reading.pairs;
+                point.sum.quiet = point.sum.quiet && reading.quiet;
+            }
+        }
+    }
+    for (std::uint32_t const number : order) {
+        Gathered& point = all[number];
+        Standing const standing = standingOf(point.clocks);
+        Reading reading = point.sum;
+        reading.usec *= standing.clocks / reading.clocks;
+        reading.clocks = standing.clocks;
+        if (!point.ratios.empty()) {
+            reading.ratio = middle(point.ratios);
+            reading.low = point.ratios.front();
+            reading.high = point.ratios.back();
+            reading.base = reading.clocks / reading.ratio;
+        }
+        merged.pass.readings.push_back(reading);
+        char words[80];
+        (void)std::snprintf(words, sizeof words, "passes=%zu spread=%.1f%%%s", point.clocks.size(),
+                            standing.spread * 100, standing.spread > restLimit ? " apart" : "");
+        merged.words.push_back(words);
+        merged.apart += standing.spread > restLimit;
+    }
+    return merged;
+}
+
+} // namespace tables
