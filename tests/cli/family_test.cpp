@@ -1,5 +1,5 @@
-// family_test.cpp - one family measured by the built program, with all outputs at once: a run
-// waits seconds for the processor's frequency, so one serves all assertions.
+// family_test.cpp - one family measured by the built program, with all outputs at once: one run
+// serves all assertions.
 #include "program.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,9 @@
-// pscputicker_test.cpp - the arithmetic of the frequency estimate. The estimate itself
-// takes seconds and is never made here.
+// pscputicker_test.cpp - the arithmetic of the frequency estimate, and the frequency given from
+// outside. The estimate itself takes seconds and is made once.
 #include "pscpu/pscputicker.h"
 
 #include <climits>
+#include <cstdlib>
 #include <gtest/gtest.h>
 
 TEST(PsCpuTicker, EstimatesSnapToANearNominalFrequency) {
@@ -19,4 +20,26 @@ TEST(PsCpuTicker, SamplesAreAddedInSinglePrecision) {
     EXPECT_EQ(cpuFreqFromSamples(2'600'000'000ULL, 2'599'999'900ULL), 2600); // not so in double
     EXPECT_EQ(cpuFreqFromSamples(0, 0), 0);
     EXPECT_EQ(cpuFreqFromSamples(ULLONG_MAX, ULLONG_MAX), INT_MAX);
+}
+
+TEST(PsCpuTicker, AGivenFrequencyIsTakenAndABadOneIsToldAndEstimated) {
+    struct {
+        char const* text;
+        int wanted;
+    } const cases[] = {{"1", 1},       {"2599.5", 2600}, {"2599.4", 2599}, {"100000", 100000},
+                       {"0.99", 0},    {"100000.1", 0},  {"", 0},          {".", 0},
+                       {"2600MHz", 0}, {"+2600", 0},     {" 2600", 0},     {"2.6e3", 0},
+                       {"2600.0.", 0}, {"0x10", 0},      {"inf", 0}};
+    for (auto const& [text, wanted] : cases) {
+        EXPECT_EQ(cpuFreqFromText(text), wanted) << text;
+    }
+    for (auto const& [text, told] : {std::pair{"0", 1}, std::pair{"1234.5", 0}}) {
+        setenv("PS_CPU_MHZ", text, 1);
+        psCpuTicker::m_freqMHz = 0;
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(psCpuTicker::getFreq() == 1235, told == 0);
+        psCpuTicker::getFreq();
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+                  told ? "-- PS_CPU_MHZ isn't a number from 1 to 100000: ignored\n" : "");
+    }
 }

@@ -2,6 +2,10 @@
 #include "pscpu/pscputicker.h"
 
 #include <climits>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <ctime>
 
 int psCpuTicker::m_freqMHz = 0;
@@ -30,9 +34,25 @@ unsigned long long clocksOfASecond() {
 
 int psCpuTicker::getFreq() {
     if (m_freqMHz == 0) {
+        char const* const given = std::getenv("PS_CPU_MHZ");
+        m_freqMHz = given != nullptr ? cpuFreqFromText(given) : 0;
+        if (given != nullptr && m_freqMHz == 0) {
+            (void)std::fputs("-- PS_CPU_MHZ isn't a number from 1 to 100000: ignored\n", stderr);
+        }
+    }
+    if (m_freqMHz == 0) {
         m_freqMHz = estimateCpuFreqMHz();
     }
     return m_freqMHz;
+}
+
+int cpuFreqFromText(char const* text) {
+    char* end = nullptr;
+    double const megahertz = std::strtod(text, &end);
+    // Digits and a point alone: what else a conversion takes (signs, exponents, "inf") is a slip.
+    bool const plain = text[std::strspn(text, "0123456789.")] == '\0' && *end == '\0';
+    return plain && megahertz >= 1 && megahertz <= 100000 ? static_cast<int>(std::lround(megahertz))
+                                                          : 0;
 }
 
 int estimateCpuFreqMHz() {

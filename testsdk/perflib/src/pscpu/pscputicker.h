@@ -17,11 +17,16 @@ public:
 
     static int getClockFactor() { return 1; } // what a reading is multiplied by
 
-    // MHz, estimated at the first call, which spins for two to four seconds.
+    // MHz, at the first call from the environment variable PS_CPU_MHZ. Without it, or with a bad
+    // value in it, which is told, the frequency is estimated: that spins for two to four seconds.
     static int getFreq();
 
     static int m_freqMHz; // 0 until first asked
 };
+
+// The value of PS_CPU_MHZ in whole MHz, the nearest: a plain decimal number from 1 to 100000. Any
+// other text gives 0.
+int cpuFreqFromText(char const* text);
 
 // MHz by the counter against the wall clock, snapped to a nominal frequency.
 int estimateCpuFreqMHz();
