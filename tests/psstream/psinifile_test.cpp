@@ -1,20 +1,36 @@
 // psinifile_test.cpp - grammar, changes and rewriting of an ini file.
 #include "psstream/psinifile.h"
 
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include "psstream/streamfixture.h"
 
 namespace {
 
 class PsIniFile : public StreamFixture {
 protected:
-    // What the file holds after it was opened and closed again.
+    // What the file holds after it was opened, closed and destroyed again.
     std::string roundTrip(std::string const& text) {
         fill("ini", text);
-        psIniFile ini;
-        EXPECT_TRUE(ini.open(path("ini").c_str(), true));
-        ini.close();
+        {
+            psIniFile ini;
+            EXPECT_TRUE(ini.open(path("ini").c_str(), true));
+            ini.close();
+        }
         return content(path("ini"));
     }
+
+    // Opens a file, and changes a value in it.
+    void change(std::string const& name, psIniFile& ini) {
+        fill(name, "[a]\nk=1\n");
+        ASSERT_TRUE(ini.open(path(name).c_str(), true));
+        ini.write("a", "k", "2", "");
+    }
+    static constexpr char changed[] = "\n[a]\nk=2\n";
 };
 
 TEST_F(PsIniFile, RewritesWhatItRead) {
@@ -59,17 +75,83 @@ TEST_F(PsIniFile, ChangesMemoryAndWritesWhenAsked) {
 
 TEST_F(PsIniFile, LosesNothingWhenTheFileCanNoLongerBeWritten) {
     std::filesystem::create_directory(path("dir"));
-    fill("dir/ini", "[a]\nk=1\n");
     psIniFile ini;
-    ASSERT_TRUE(ini.open(path("dir/ini").c_str(), true));
+    change("dir/ini", ini);
     std::filesystem::rename(path("dir"), path("away"));
-    ini.write("a", "k", "2", "");
     ini.updateFile();
     EXPECT_EQ(console(), "-- Can't open file " + path("dir/ini") + " to write: \n");
     EXPECT_EQ(content(path("away/ini")), "[a]\nk=1\n");
     std::filesystem::rename(path("away"), path("dir"));
     ini.updateFile();
-    EXPECT_EQ(content(path("dir/ini")), "\n[a]\nk=2\n");
+    EXPECT_EQ(content(path("dir/ini")), changed);
+}
+
+// A name that leaves no room for a neighbour's can only be written in place.
+TEST_F(PsIniFile, StaysWholeWhereThereIsNoRoomForTheNewText) {
+    for (std::string const& name : {std::string("ini"), std::string(250, 'i')}) {
+        SCOPED_TRACE(name);
+        psIniFile ini;
+        change(name, ini);
+        ini.write("a", "long", std::string(5000, 'x').c_str(), "");
+        rlimit old = {};
+        getrlimit(RLIMIT_FSIZE, &old);
+        rlimit const small = {4096, old.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &small);
+        testing::internal::CaptureStderr();
+        ini.close();
+        setrlimit(RLIMIT_FSIZE, &old);
+        EXPECT_EQ(testing::internal::GetCapturedStderr(),
+                  "-- Can't write to " + path(name) + ": File too large\n");
+        EXPECT_EQ(content(path(name)), "[a]\nk=1\n");
+    }
+    EXPECT_EQ(files(), 2);
+}
+
+TEST_F(PsIniFile, KeepsModeOwnerAndLink) {
+    for (std::string const& name : {std::string("ini"), std::string(250, 'i')}) {
+        SCOPED_TRACE(name);
+        psIniFile ini;
+        change(name, ini);
+        std::string const file = path(name);
+        ASSERT_EQ(chmod(file.c_str(), 0604), 0);
+        bool const given = chown(file.c_str(), 12, 34) == 0; // by root alone
+        std::filesystem::remove(path("link"));
+        std::filesystem::create_symlink(name, path("link"));
+        {
+            psIniFile linked;
+            ASSERT_TRUE(linked.open(path("link").c_str(), true));
+            linked.write("a", "k", "2", "");
+        }
+        EXPECT_TRUE(std::filesystem::is_symlink(path("link")));
+        struct stat facts = {};
+        ASSERT_EQ(stat(file.c_str(), &facts), 0);
+        EXPECT_EQ(facts.st_mode & 07777U, 0604U);
+        EXPECT_TRUE(!given || (facts.st_uid == 12 && facts.st_gid == 34));
+        EXPECT_EQ(content(file), changed);
+    }
+    EXPECT_EQ(files(), 3);
+}
+
+TEST_F(PsIniFile, LosesNoSectionToAKill) {
+    psIniFile ini;
+    ASSERT_TRUE(ini.open(path("ini").c_str(), true));
+    for (int i = 0; i < 400; ++i) {
+        ini.write(std::string(100, 's').append(std::to_string(i)).c_str(), "k", "1", "");
+    }
+    ini.updateFile();
+    std::string const whole = content(path("ini"));
+    for (int kill = 0; kill < 50; ++kill) {
+        pid_t const child = fork();
+        if (child == 0) {
+            for (;;) {
+                ini.updateFile();
+            }
+        }
+        usleep(static_cast<useconds_t>(1000 + 97 * kill));
+        ::kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+        ASSERT_TRUE(content(path("ini")) == whole) << content(path("ini")).size() << " bytes left";
+    }
 }
 
 } // namespace

@@ -18,6 +18,10 @@ protected:
         writeFile(path(name), text);
     }
 
+    auto files() const { // in the directory
+        return std::distance(std::filesystem::directory_iterator(path("")), {});
+    }
+
     // All that g_ostrm has printed in this test.
     std::string console() const { return messages.text(); }
 

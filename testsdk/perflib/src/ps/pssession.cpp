@@ -86,9 +86,7 @@ int psSession::run(int argc, char** argv) {
     }
     // Whoever waits for the signal file finds the others complete.
     g_ostrm.flush();
-    if (g_istrm.savesToIni()) {
-        g_istrm.getIniFile()->updateFile();
-    }
+    g_istrm.deleteIniFile(); // written, once
     outputSignal();
     deleteTests();
     return result;

@@ -48,11 +48,11 @@ public:
     void flush();
     void close() override;
 
+    void tellFailure(char const* place); // what errno says, the first time
+
     bool ownedByList = false; // made by addStream: the list that it stands in frees it
 
 private:
-    void tellFailure(char const* place);
-
     bool failureTold = false;
 };
 

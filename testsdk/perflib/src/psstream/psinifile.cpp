@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include "psstream/psfilestream.h"
+#include "psstream/psreplacefile.h"
 
 namespace {
 
@@ -136,27 +137,26 @@ void psIniFile::updateFile() {
     if (!m_writable) {
         return;
     }
-    o_stream output(m_fileName, io_stream::Raw | io_stream::Write, true);
-    if (!output.isOpen()) {
-        return;
-    }
+    psString text;
     for (psSectionItem const* section : m_sections) {
-        output << "\n[" << section->name << "]\n";
+        text << "\n[" << section->name << "]\n";
         for (psValueItem const* item : section->values) {
-            output << item->key;
+            text << item->key;
             if (!(item->value == bareKey)) {
-                output << "=" << item->value;
+                text << "=" << item->value;
                 if (!item->comment.empty()) {
-                    output << "\t// " << item->comment;
+                    text << "\t// " << item->comment;
                 }
             }
-            output << "\n";
+            text << "\n";
         }
     }
+    (void)psReplaceFile(m_fileName, text); // tells a failure, and leaves the file as it was
 }
 
 void psIniFile::close() {
     updateFile();
+    m_writable = false; // what is forgotten is not to be written
     for (psSectionItem* item : m_sections) {
         delete item;
     }

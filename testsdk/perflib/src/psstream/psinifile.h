@@ -63,8 +63,8 @@ public:
     void eraseSection(psString section);
     void deleteKey(psString section, psString key);
 
-    void updateFile(); // rewrites the file if it is writable
-    void close();      // updateFile, then forgets all
+    void updateFile(); // replaces the file, as a whole, if it is writable
+    void close();      // updateFile, then forgets all and is not writable any more
 
     // The grammar of a line. getValue is always true.
     static bool getSection(psString line, psString& name);

@@ -21,8 +21,10 @@ struct ProcessSetup {
                 (void)::open("/dev/null", number == 0 ? O_WRONLY : O_RDONLY);
             }
         }
-        // A closed pipe is a failed write, told once, and not the end of the run.
+        // A closed pipe and a file at its size limit are failed writes, told once, and not the end
+        // of the run.
         std::signal(SIGPIPE, SIG_IGN);
+        std::signal(SIGXFSZ, SIG_IGN);
     }
 };
 

@@ -1,0 +1,95 @@
+// psreplacefile.cpp - the ways to replace a file, from the safest on.
+#include "psstream/psreplacefile.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "psstream/psfilestream.h"
+
+namespace {
+
+enum class Outcome { Done, Failed, Impossible };
+
+bool writeAll(int number, psString const& text) {
+    char const* rest = text.c_str();
+    auto left = static_cast<std::size_t>(text.size());
+    while (left > 0) {
+        ssize_t const count = ::write(number, rest, left);
+        if (count < 0) {
+            return false;
+        }
+        rest += count;
+        left -= static_cast<std::size_t>(count);
+    }
+    return true;
+}
+
+Outcome replaceByNeighbour(char const* path, struct stat const& facts, psString const& text) {
+    psString neighbour = psString(path) + ".XXXXXX";
+    int const number = mkostemp(neighbour.c_str(), O_CLOEXEC);
+    if (number < 0) {
+        return Outcome::Impossible;
+    }
+    bool const alike = fchown(number, facts.st_uid, facts.st_gid) == 0 &&
+                       fchmod(number, facts.st_mode & 07777U) == 0;
+    bool const written = alike && writeAll(number, text) && fsync(number) == 0;
+    int const reason = errno;
+    bool const closed = ::close(number) == 0;
+    if (written && closed && std::rename(neighbour.c_str(), path) == 0) {
+        return Outcome::Done;
+    }
+    (void)unlink(neighbour.c_str());
+    errno = reason;
+    return alike && !written ? Outcome::Failed : Outcome::Impossible;
+}
+
+// What follows once the room is there fails with the disk alone. Until the new text covers them,
+// the added bytes are zeros, which no reader of ours sees.
+Outcome rewrite(char const* path, struct stat const& facts, psString const& text) {
+    int const number = ::open(path, O_WRONLY | O_CLOEXEC);
+    if (number < 0) {
+        return Outcome::Failed;
+    }
+    int reason = text.empty() ? 0 : posix_fallocate(number, 0, text.size());
+    if (reason != 0) {
+        (void)ftruncate(number, facts.st_size);
+    } else if (!writeAll(number, text) || ftruncate(number, text.size()) != 0 ||
+               fsync(number) != 0) {
+        reason = errno;
+    }
+    (void)::close(number);
+    errno = reason;
+    return reason == 0 ? Outcome::Done : Outcome::Failed;
+}
+
+} // namespace
+
+bool psReplaceFile(psString const& path, psString const& text) {
+    // Opened as every output is: what can't be written to is told, what is absent is made.
+    o_stream present(path, io_stream::Raw | io_stream::Write | io_stream::Append, true);
+    if (!present.isOpen()) {
+        return false;
+    }
+    struct stat facts = {};
+    if (fstat(fileno(present.file), &facts) == 0 && !S_ISREG(facts.st_mode)) {
+        present << text; // a device
+        return true;
+    }
+    char* const target = realpath(path.c_str(), nullptr);
+    Outcome outcome = Outcome::Failed;
+    if (target != nullptr) {
+        outcome = replaceByNeighbour(target, facts, text);
+        if (outcome == Outcome::Impossible) {
+            outcome = rewrite(target, facts, text);
+        }
+    }
+    if (outcome != Outcome::Done) {
+        present.tellFailure(path.c_str());
+    }
+    std::free(target);
+    return outcome == Outcome::Done;
+}
