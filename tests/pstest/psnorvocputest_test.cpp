@@ -18,10 +18,18 @@ namespace {
 std::string const starLine = std::string(79, '*') + "\n";
 std::string const section = std::string("\n").append(79, '=') + "\n    ";
 
+// A recorded processor, which gives the same leaf 4 whatever subleaf is asked for.
+unsigned maxLeaf;
+unsigned leaf1Edx;
+CPUID leaf4(0, 0, 0, 0);
+CPUID readMachine(unsigned leaf, unsigned) {
+    return leaf == 0   ? CPUID(maxLeaf, 0, 0, 0)
+           : leaf == 1 ? CPUID(0x000306A9, 0xAB10CDEF, 0, leaf1Edx)
+                       : leaf4;
+}
+
 TEST(PsNorvoCpuTest, FieldsOfRecordedRegisters) {
     using Report = __psNorvoCpuTest;
-    CPUID const leaf1(0x000306A9, 0xAB10CDEF, 0, 1U << 28);
-    CPUID const leaf4(0x1C004121, 0, 0, 0);
     std::string const threads =
         section + "Multi Threading Features\n\n"
                   "Twinlane Technology or Core Multi-Processing is supported\n"
@@ -30,11 +38,35 @@ TEST(PsNorvoCpuTest, FieldsOfRecordedRegisters) {
     EXPECT_EQ(section + "Processor Identification Signature\n\n"
                         "Family   270\nModel    255\nStepping 15\nType     3\n",
               Report::signature(CPUID(0xFFFFFFFF, 0, 0, 0)).c_str());
-    EXPECT_EQ(threads + "Cores per Package  8 - Maximum number of processor cores per package\n",
-              Report::multiThreading(leaf1, true, leaf4, true).c_str());
-    EXPECT_EQ(threads, Report::multiThreading(leaf1, true, leaf4, false).c_str());
-    EXPECT_STREQ("No support of Twinlane Technology and Core Multi-Processing\n",
-                 Report::multiThreading(CPUID(0, 0, 0, ~(1U << 28)), true, leaf4, true).c_str());
+    std::string const cores = " - Maximum number of processor cores per package\n";
+    std::string const none = "No support of Twinlane Technology and Core Multi-Processing\n";
+    std::string const caches = section + "Deterministic Cache Parameters\n";
+    constexpr unsigned htt = 1U << 28;
+    struct {
+        unsigned maxLeaf;
+        unsigned leaf1Edx;
+        unsigned leaf4Eax; // of another maker it is 0, the leaf empty
+        std::string threading;
+        std::string caches;
+        int cacheCount;
+    } const cases[] = {{0, htt, 0x1C004121, none, "", 0},
+                       {3, htt, 0x1C004121, threads, "", 0},
+                       {4, htt, 0, threads + "Cores per Package  1" + cores, caches, 0},
+                       {4, htt, 0x1C004121, threads + "Cores per Package  8" + cores, caches, 32},
+                       {4, ~htt, 0, none, caches, 0}};
+    for (auto const& row : cases) {
+        maxLeaf = row.maxLeaf;
+        leaf1Edx = row.leaf1Edx;
+        leaf4 = CPUID(row.leaf4Eax, 0, 0, 0);
+        EXPECT_EQ(row.threading, Report::multiThreading(readMachine).c_str());
+        std::string const text = Report::caches(readMachine).c_str();
+        EXPECT_TRUE(text.starts_with(row.caches));
+        int count = 0;
+        for (size_t at = 0; (at = text.find("Cache Type", at)) != std::string::npos; ++at) {
+            ++count;
+        }
+        EXPECT_EQ(row.cacheCount, count) << row.maxLeaf;
+    }
     // Every flag, two partitions, a number of four digits.
     EXPECT_STREQ("Cache Type 3 Unified Cache\n\nCache Level       3\nCache Size Kb     16384\n"
                  "Threads Sharing   4096 - Maximum number of threads sharing this cache\n"

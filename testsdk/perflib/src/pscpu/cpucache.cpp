@@ -7,7 +7,6 @@
 
 namespace {
 
-constexpr unsigned maxSubleaves = 32;
 constexpr unsigned instructionCache = 2;
 constexpr int K = 1024;
 
@@ -103,7 +102,7 @@ CPUID readCpuid(unsigned leaf, unsigned subleaf) { return CPUID(leaf, subleaf); 
 
 int largestCacheBytes(cpuidReader read, bool skipInstruction) {
     int largest = 0; // so a product that came out negative never counts
-    for (unsigned subleaf = 0; subleaf < maxSubleaves; ++subleaf) {
+    for (unsigned subleaf = 0; subleaf < maxCacheSubleaves; ++subleaf) {
         CPUID const record = read(4, subleaf);
         unsigned const type = record.getBits(0, 4, 0);
         if (type == 0) {

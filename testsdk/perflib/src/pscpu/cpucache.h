@@ -9,6 +9,9 @@
 // Gives the registers of a leaf and subleaf.
 using cpuidReader = CPUID (*)(unsigned leaf, unsigned subleaf);
 
+// Bound on a walk over the subleaves of leaf 4: a host that ignores the subleaf never ends it.
+constexpr unsigned maxCacheSubleaves = 32;
+
 CPUID readCpuid(unsigned leaf, unsigned subleaf); // of this processor
 
 // Largest cache in bytes that the subleaves of leaf 4 tell of, up to the first of type 0; 0 if

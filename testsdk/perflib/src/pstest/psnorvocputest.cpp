@@ -80,27 +80,9 @@ void printHeader() {
             << "Brand String   " << brandText() << "\n";
 }
 
-void printMultiThreading() {
-    // Other makers have leaf 4 and leave it empty: then it tells no number of cores.
-    CPUID const leaf4(4);
-    g_ostrm << __psNorvoCpuTest::multiThreading(CPUID(1), CPUID::validFunction(1), leaf4,
-                                                leaf4.getBits(eax, 4, 0) != 0);
-}
+void printMultiThreading() { g_ostrm << __psNorvoCpuTest::multiThreading(readCpuid); }
 
-void printCacheParms() {
-    if (!CPUID::validFunction(4)) {
-        return;
-    }
-    g_ostrm << section("Deterministic Cache Parameters\n");
-    psString cache;
-    for (int subleaf = 0;; ++subleaf) {
-        cache = __psNorvoCpuTest::cacheParms(subleaf, CPUID(4, static_cast<unsigned>(subleaf)));
-        if (cache.empty()) {
-            break;
-        }
-        g_ostrm << cache;
-    }
-}
+void printCacheParms() { g_ostrm << __psNorvoCpuTest::caches(readCpuid); }
 
 void printCpuIdInfo() {
     printHeader();
@@ -164,19 +146,35 @@ psString __psNorvoCpuTest::signature(CPUID const& leaf1) {
            valueLine("Type     ", leaf1.getBits(eax, 13, 12));
 }
 
-psString __psNorvoCpuTest::multiThreading(CPUID const& leaf1, bool leaf1Valid, CPUID const& leaf4,
-                                          bool leaf4Valid) {
+psString __psNorvoCpuTest::multiThreading(cpuidReader read) {
     constexpr int httBit = 28;
-    if (!leaf1Valid || leaf1.getBit(edx, httBit) == 0) {
+    unsigned const maxLeaf = read(0, 0).reg(eax);
+    CPUID const leaf1 = read(1, 0);
+    if (maxLeaf < 1 || leaf1.getBit(edx, httBit) == 0) {
         return "No support of Twinlane Technology and Core Multi-Processing\n";
     }
     psString text = section("Multi Threading Features\n\n");
     text += "Twinlane Technology or Core Multi-Processing is supported\n";
     text << "Logical Processors " << leaf1.getBits(ebx, 23, 16)
          << " - Number of logical processors per physical package\n";
-    if (leaf4Valid) {
-        text << "Cores per Package  " << leaf4.getBits(eax, 31, 26) + 1
+    if (maxLeaf >= 4) {
+        text << "Cores per Package  " << read(4, 0).getBits(eax, 31, 26) + 1
              << " - Maximum number of processor cores per package\n";
+    }
+    return text;
+}
+
+psString __psNorvoCpuTest::caches(cpuidReader read) {
+    if (read(0, 0).reg(eax) < 4) {
+        return "";
+    }
+    psString text = section("Deterministic Cache Parameters\n");
+    for (unsigned subleaf = 0; subleaf < maxCacheSubleaves; ++subleaf) {
+        psString const cache = cacheParms(static_cast<int>(subleaf), read(4, subleaf));
+        if (cache.empty()) {
+            break;
+        }
+        text += cache;
     }
     return text;
 }

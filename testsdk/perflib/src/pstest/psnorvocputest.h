@@ -2,7 +2,7 @@
 #ifndef PSTEST_PSNORVOCPUTEST_H
 #define PSTEST_PSNORVOCPUTEST_H
 
-#include "pscpu/cpuid.h"
+#include "pscpu/cpucache.h"
 #include "pstest/psinfotest.h"
 
 class __psNorvoCpuTest : public __psInfoTest {
@@ -13,9 +13,9 @@ public:
     // The pieces of the report, from given register values.
     static psString heading(psString const& vendor); // warns of another maker's processor
     static psString signature(CPUID const& leaf1);
-    // Without leaf 4 the number of cores is left out.
-    static psString multiThreading(CPUID const& leaf1, bool leaf1Valid, CPUID const& leaf4,
-                                   bool leaf4Valid);
+    // Without leaf 4 the number of cores is left out; where the leaf is there and empty, it is 1.
+    static psString multiThreading(cpuidReader read);
+    static psString caches(cpuidReader read);
     // One cache; empty when the record is of type 0, which ends the caches.
     static psString cacheParms(int subleaf, CPUID const& leaf4);
     static psString extendedL2(CPUID const& leaf);
