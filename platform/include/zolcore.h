@@ -39,6 +39,44 @@ enum {
     zolStsSingleThread = 39       /* more threads asked for than the library works in */
 };
 
+/* Types of elements: unsigned, signed, floating; c for complex. */
+typedef enum {
+    zolTypeUndef = -1,
+    zol8u,
+    zol8s,
+    zol8sc,
+    zol16u,
+    zol16s,
+    zol16sc,
+    zol16uc,
+    zol32u,
+    zol32s,
+    zol32sc,
+    zol32f,
+    zol32fc,
+    zol64u,
+    zol64s,
+    zol64sc,
+    zol64f,
+    zol64fc
+} ZolDataType;
+
+/* Channels of an image: side by side (C) or in planes (P), with an alpha channel (A). */
+typedef enum {
+    zolC0,
+    zolC1,
+    zolC2,
+    zolC3,
+    zolC4,
+    zolP2,
+    zolP3,
+    zolP4,
+    zolAC1,
+    zolAC4,
+    zolA0C4,
+    zolAP4
+} ZolChannels;
+
 /* Bits of a feature mask. */
 #define zolCPUID_MMX 0x1ULL
 #define zolCPUID_SSE 0x2ULL

@@ -48,6 +48,12 @@ TEST(PsIterator, ListsAndTheirRefusals) {
     EXPECT_EQ(refusal(list, "  "), "Invalid value of L = ");
     EXPECT_EQ(refusal(list, "1; x ;3"), "Invalid value of L = x");
     EXPECT_EQ(walk(list), "64 256 1024") << "nothing of a refused definition is stored";
+
+    psIterator<ZoliSize> sizes;
+    sizes.init("S");
+    sizes.translate("64x32; 8 x 4");
+    EXPECT_STREQ(sizes.defaultString().c_str(), "64x32; 8x4");
+    EXPECT_EQ(refusal(sizes, "64x32; 16"), "Invalid value of S = 16");
 }
 
 TEST(PsStepIterator, DefinitionsAndTheirValues) {

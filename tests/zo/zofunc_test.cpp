@@ -36,6 +36,24 @@ TEST(ZoFunc, TypeTokensAndCodes) {
     EXPECT_EQ(0, zoFunc::stringToType("24f"));
 }
 
+TEST(ZoFunc, ConstantsOfTheLibrary) {
+    EXPECT_EQ(zol32fc, zoFunc::zolType(zo32fc));
+    EXPECT_EQ(zol8u, zoFunc::zolType(zo1u));
+    EXPECT_EQ(zolTypeUndef, zoFunc::zolType(0));
+    struct {
+        char const* name;
+        ZolChannels source;
+        ZolChannels destination;
+    } const cases[] = {{"zoliCopy_8u_C3A0C4R", zolC3, zolA0C4},
+                       {"zoliCopy_8u_C3P3R", zolC3, zolP3},
+                       {"zoliCompare_8u_AC4R", zolAC4, zolC1}, // one answer for all channels
+                       {"zolsAbs_32f_A24", zolC0, zolC0}};
+    for (auto const& [name, source, destination] : cases) {
+        EXPECT_EQ(source, zoFunc(name).zolChannels(0)) << name;
+        EXPECT_EQ(destination, zoFunc(name).zolChannels(1)) << name;
+    }
+}
+
 // Every name against every other: the order is total and turns round with its arguments.
 TEST(ZoFunc, OrdersNames) {
     char const* const sorted[] = {

@@ -66,6 +66,26 @@ TEST(ZoTest, NamesOrderUnitsAndKind) {
     EXPECT_NE(-1, test.regInfo().find("by PP_MACRO_PS_ macro", 0)) << test.regInfo().c_str();
 }
 
+TEST(ZoTest, TheFirstSizeIsSteeredByTheCache) {
+    Probe test("zoliCopy_8u_C1R");
+    psIterator<ZoliSize> size;
+    size.init("Size");
+    size.translate("16x16; 8x4");
+    test.regCacheParm(size, nullptr);
+    EXPECT_EQ(nullptr, test.m_cacheIterator);
+    psTest::m_cache = true;
+    test.regCacheParm(size, nullptr);
+    psCacheIterator* const wrapped = test.m_cacheIterator;
+    test.regCacheParm(size, nullptr, nullptr);
+    psTest::m_cache = false;
+    ASSERT_NE(nullptr, wrapped);
+    EXPECT_EQ(wrapped, test.m_cacheIterator);
+    EXPECT_EQ(3, test.m_parms.size());
+    EXPECT_TRUE(wrapped->firstValue());
+    EXPECT_TRUE(wrapped->setNewValueToParm(1000, 9000, false));
+    EXPECT_STREQ("64x32", wrapped->valueString().c_str());
+}
+
 TEST(ZoTest, DumpsTheBlocksOfObjectsAndBuffers) {
     Probe test("zolsAbs_32f_A24");
     MessageCapture quiet(7);

@@ -78,6 +78,22 @@ T psIterator<T>::stringToValue(psString& text) const {
     return psStringToNumber(text);
 }
 
+template <>
+psString psIterator<ZoliSize>::valueToString(ZoliSize value) const {
+    psString text;
+    return text << value.width << "x" << value.height;
+}
+
+template <>
+ZoliSize psIterator<ZoliSize>::stringToValue(psString& text) const {
+    psString width;
+    psString height;
+    text.parse(width, height, "x");
+    ZoliSize const value{psStringToNumber(width), psStringToNumber(height)}; // empty: no number
+    text.setErrorConvertion(width.errorConvertion() || height.errorConvertion());
+    return value;
+}
+
 template <typename T>
 void psStepIterator<T>::init(psString name, int first, int last, int step, StepOprtn operation) {
     psIterator_NSC<T>::init(name);
@@ -225,4 +241,6 @@ int psStepIterator<T>::convert(psString& word, char const* complaint) const {
 
 template class psIterator_NSC<int>;
 template class psIterator<int>;
+template class psIterator_NSC<ZoliSize>;
+template class psIterator<ZoliSize>;
 template class psStepIterator<int>;

@@ -34,6 +34,12 @@ public:
     T stringToValue(psString& text) const override;
 };
 
+// A size as text is "width x height" without the blanks, both decimal.
+template <>
+psString psIterator<ZoliSize>::valueToString(ZoliSize value) const;
+template <>
+ZoliSize psIterator<ZoliSize>::stringToValue(psString& text) const;
+
 // The values are the characters themselves; '?' means no stepping.
 enum StepOprtn : char { StepAdd = '+', StepSub = '-', StepMul = '*', StepNone = '?' };
 
@@ -68,6 +74,8 @@ private:
 
 extern template class psIterator_NSC<int>;
 extern template class psIterator<int>;
+extern template class psIterator_NSC<ZoliSize>;
+extern template class psIterator<ZoliSize>;
 extern template class psStepIterator<int>;
 
 #endif

@@ -8,22 +8,42 @@ namespace {
 struct TypeName {
     char const* text;
     zoType type;
+    ZolDataType constant; // of the library
 };
-// The first row of a code gives its text.
+// The first row of a code gives its text and its constant.
 TypeName const typeNames[] = {
-    {"8u", zo8u},     {"1u", zo1u},     {"8s", zo8s},     {"8sc", zo8sc}, {"16u", zo16u},
-    {"16s", zo16s},   {"16sc", zo16sc}, {"16uc", zo16uc}, {"32u", zo32u}, {"32s", zo32s},
-    {"32sc", zo32sc}, {"32f", zo32f},   {"32fc", zo32fc}, {"64u", zo64u}, {"64s", zo64s},
-    {"64sc", zo64sc}, {"64f", zo64f},   {"64fc", zo64fc},
+    {"8u", zo8u, zol8u},       {"1u", zo1u, zol8u},       {"8s", zo8s, zol8s},
+    {"8sc", zo8sc, zol8sc},    {"16u", zo16u, zol16u},    {"16s", zo16s, zol16s},
+    {"16sc", zo16sc, zol16sc}, {"16uc", zo16uc, zol16uc}, {"32u", zo32u, zol32u},
+    {"32s", zo32s, zol32s},    {"32sc", zo32sc, zol32sc}, {"32f", zo32f, zol32f},
+    {"32fc", zo32fc, zol32fc}, {"64u", zo64u, zol64u},    {"64s", zo64s, zol64s},
+    {"64sc", zo64sc, zol64sc}, {"64f", zo64f, zol64f},    {"64fc", zo64fc, zol64fc},
 };
+TypeName const noType = {"undef", 0, zolTypeUndef};
+
+TypeName const& rowOfType(zoType type) {
+    for (TypeName const& row : typeNames) {
+        if (type == row.type) {
+            return row;
+        }
+    }
+    return noType;
+}
 
 // Searched in this order: longer texts stand before those that they contain.
 char const* const baseTypes[] = {"64fc", "64sc", "64s",  "64f", "32fc", "32sc", "32u", "32s",
                                  "32f",  "16sc", "16uc", "16u", "16s",  "8sc",  "8u",  "8s"};
 
+struct ChannelToken {
+    char const* text;
+    ZolChannels constant; // of the library
+};
 // No token begins another one, so the order is free.
-char const* const channelTokens[] = {"C0", "C1", "C2",  "C3",  "C4",   "P2",
-                                     "P3", "P4", "AC1", "AC4", "A0C4", "AP4"};
+ChannelToken const channelTokens[] = {
+    {"C0", zolC0},   {"C1", zolC1},   {"C2", zolC2},     {"C3", zolC3},
+    {"C4", zolC4},   {"P2", zolP2},   {"P3", zolP3},     {"P4", zolP4},
+    {"AC1", zolAC1}, {"AC4", zolAC4}, {"A0C4", zolA0C4}, {"AP4", zolAP4},
+};
 
 // What a name's base makes of the types that its list gives to the arguments.
 enum TypeChange { Keep, Real, Cplx, Byte };
@@ -65,9 +85,9 @@ bool beginsWith(psString const& text, char const* head) {
 
 // Token at the head of the text, null if there is none.
 char const* channelToken(char const* text) {
-    for (char const* token : channelTokens) {
-        if (strncmp(text, token, strlen(token)) == 0) {
-            return token;
+    for (ChannelToken const& token : channelTokens) {
+        if (strncmp(text, token.text, strlen(token.text)) == 0) {
+            return token.text;
         }
     }
     return nullptr;
@@ -216,14 +236,9 @@ zoType zoFunc::stringToType(psString text) {
     return 0;
 }
 
-psString zoFunc::typeToString(zoType type) {
-    for (TypeName const& row : typeNames) {
-        if (type == row.type) {
-            return row.text;
-        }
-    }
-    return "undef";
-}
+psString zoFunc::typeToString(zoType type) { return rowOfType(type).text; }
+
+ZolDataType zoFunc::zolType(zoType type) { return rowOfType(type).constant; }
 
 zoType zoFunc::typeFromBase() const {
     psString const base = baseName();
@@ -302,6 +317,22 @@ void zoFunc::getChannels(int& src, int& dst) const {
     updateChannels(counts);
     src = counts[0];
     dst = counts[1];
+}
+
+// A count other than the token's is one of plain channels.
+ZolChannels zoFunc::zolChannels(int side) const {
+    int const count = channels(side);
+    psString token = channelsName(side);
+    if (token.empty() || token[token.size() - 1] - '0' != count) {
+        token = "C";
+        token << count;
+    }
+    for (ChannelToken const& row : channelTokens) {
+        if (token == row.text) {
+            return row.constant;
+        }
+    }
+    return zolC0;
 }
 
 bool zoFunc::alpha(int side) const { return beginsWith(channelsName(side), "A"); }

@@ -4,6 +4,7 @@
 #define ZO_ZOFUNC_H
 
 #include "psbase/psstring.h"
+#include "zolcore.h"
 
 // Width in bits in the low byte, and bits for signed, floating and complex.
 using zoType = int;
@@ -58,6 +59,7 @@ public:
     static psString firstType(psString const& text);
     static zoType stringToType(psString text); // 0 for an unknown text
     static psString typeToString(zoType type); // "undef" for an unknown code
+    static ZolDataType zolType(zoType type);   // the library's constant
     zoType typeFromBase() const;               // of a name that carries its type in the base
 
     // Types of the arguments, by zoArg or its number.
@@ -81,6 +83,7 @@ public:
     int srcChannels() const { return channels(0); }
     int dstChannels() const { return channels(1); }
     void getChannels(int& src, int& dst) const;
+    ZolChannels zolChannels(int side = 0) const; // the library's constant
     bool alpha(int side = 0) const;
     bool alpha(zoArg arg) const { return alpha(side(arg)); }
     bool srcAlpha() const { return alpha(0); }

@@ -105,6 +105,15 @@ void zoTest::printByteBlock(void const* data, int size) {
     g_ostrm << zoVector::getByteString(data, size) << "\n";
 }
 
+void zoTest::regCacheParm(psIterator<ZoliSize>& parm, psObject* image, psSetNewValue setNewValue) {
+    bool const wrap = m_cache && m_cacheIterator == nullptr;
+    regParm(parm, wrap ? new psCacheIteratorSize(parm, image, setNewValue) : nullptr);
+}
+
+void zoTest::regCacheParm(psIterator<ZoliSize>& parm, psSetNewValue setNewValue) {
+    regCacheParm(parm, nullptr, setNewValue);
+}
+
 psString zoTest::unitStr(int index) {
     static char const* const units[] = {" ",     "e",    "px",    "pxch",
                                         "cpMac", "e_kp", "px_kp", "pxch_kp"};

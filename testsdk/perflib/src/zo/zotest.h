@@ -30,6 +30,11 @@ public:
     virtual void printVectorBlock(psObject* owner);
     virtual void printByteBlock(void const* data, int size);
 
+    using psTest::regCacheParm;
+    // The same for a size in two dimensions, and the image, if any, whose bytes decide.
+    void regCacheParm(psIterator<ZoliSize>& parm, psObject* image, psSetNewValue setNewValue);
+    void regCacheParm(psIterator<ZoliSize>& parm, psSetNewValue setNewValue);
+
     static psString unitStr(int index); // what clocks are per; blank outside the table
 
     // 1 for status 0; 9 for an error, 5 for a warning, both told and raised into the test's result.
