@@ -30,12 +30,13 @@ struct Judgement {
     double high = 0;
     double chance = 1; // of such readings if nothing had changed
     Call call = Call::undecided;
-    bool confirmed = false; // by passes of their own
+    bool again = false; // measured again, and this is what the fresh passes say
 };
 
-// Logarithms of ratios, one a pass, of one point.
+// Logarithms of ratios, one a pass, of one point. Points of a group have similar scales.
 struct Sample {
-    std::uint32_t point;
+    std::uint32_t point = 0;
+    std::size_t group = 0;
     std::vector<double> logs;
 };
 
@@ -44,8 +45,8 @@ std::vector<Judgement> judge(std::vector<Sample> const& samples, VerdictSettings
 
 // How the baseline read against itself.
 struct Control {
-    int points = 0;
-    int strayed = 0; // points that look changed though nothing was
+    int points = 0;  // 0: there was no control
+    int strayed = 0; // that look changed though nothing was
     int allowed = 0;
     bool asExpected() const { return strayed <= allowed; }
 };
@@ -54,7 +55,7 @@ struct Control {
 struct Verdict {
     std::string machine;
     std::vector<Judgement> points; // in the order of the list
-    Control control;               // without points: there was none
+    Control control;
     int passes = 0;
     double quietShare = 0; // of the readings of pairs
 
@@ -62,12 +63,12 @@ struct Verdict {
 };
 
 // Passes of pairs: of the kinds pair and more, held against those of the kind control; where there
-// are passes of the kind confirm, what was called is only reported if they say the same.
+// are passes of the kind confirm, what was called is as they say.
 Verdict judgePairs(Passes const& passes, VerdictSettings const& settings);
 
-// Two sets of plain passes, measured at different times: the second compared with the first, over
-// the points that both have.
-Verdict judgeTables(Passes const& before, Passes const& after, VerdictSettings const& settings);
+// Functions with a point that is called, or with undecided one that is called or undecided.
+std::vector<std::string> functionsOf(PointList const& points, Verdict const& verdict,
+                                     bool undecided);
 
 } // namespace tables
 
