@@ -24,7 +24,7 @@ TEST_F(TimRegister, EachTestFindsTheRowOfItsFunction) {
         ASSERT_NE(timing, nullptr);
         int const row = vtsFindFunc(timing->m_inc.c_str());
         ASSERT_GE(row, 0);
-        EXPECT_EQ(reinterpret_cast<void*>(vtsGetLibraryFunc(row)),
+        EXPECT_EQ(reinterpret_cast<void*>(*vtsGetLibraryFunc(row)),
                   dlsym(RTLD_DEFAULT, name.c_str()));
         EXPECT_EQ(test->m_info.m_name.c_str(), name + "_timing_test");
         EXPECT_STREQ(test->m_fileName.c_str(), "timing");

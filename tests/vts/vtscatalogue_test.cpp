@@ -157,7 +157,7 @@ TEST_F(VtsCatalogue, RowsHoldTheWorkLinesAndFunctionsOfTheirTags) {
         Expected const expected(tag);
         void* const function = dlsym(RTLD_DEFAULT, expected.name.c_str());
         ASSERT_NE(function, nullptr);
-        EXPECT_EQ(reinterpret_cast<void*>(vtsGetLibraryFunc(row)), function);
+        EXPECT_EQ(reinterpret_cast<void*>(*vtsGetLibraryFunc(row)), function);
         bool const adapted = reinterpret_cast<void*>(defFunc[row].func) != function;
         EXPECT_EQ(adapted, tag.find("Powx") != std::string::npos);
         EXPECT_EQ(vtsGetFuncType(row), expected.type);

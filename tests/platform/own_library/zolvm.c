@@ -1,4 +1,8 @@
-/* zolvm.c - the measured half: two functions, and the version that a run's title shows. */
+/* zolvm.c - the measured half: three functions, and the version that a run's title shows. */
+#include <signal.h>
+#include <stdlib.h>
+#include <unistd.h>
+
 #include "zolvm.h"
 
 ZolLibraryVersion const* zolvmGetLibVersion(void) {
@@ -19,6 +23,25 @@ ZolStatus zolsSqr_64f_A53(Zol64f const* pSrc, Zol64f* pDst, int len) {
     int i;
     for (i = 0; i < len; ++i) {
         pDst[i] = pSrc[i] * pSrc[i];
+    }
+    return zolStsNoErr;
+}
+
+/* What a call of this one does, the environment says: it returns at once, faults, or ends the
+ * process. */
+ZolStatus zolsAbs_64f_A53(Zol64f const* pSrc, Zol64f* pDst, int len) {
+    static char const* wanted;
+    if (wanted == 0) {
+        wanted = getenv("OWN_ABS");
+        wanted = wanted != 0 ? wanted : "";
+    }
+    (void)pSrc;
+    (void)pDst;
+    if (*wanted == 'f' && len == 64) {
+        raise(SIGSEGV);
+    }
+    if (*wanted == 'e' && len == 64) {
+        _exit(3);
     }
     return zolStsNoErr;
 }

@@ -10,8 +10,6 @@
 
 namespace {
 
-constexpr int warmUpCalls = 16;
-
 // One function for all tests of a type and a shape: they share the code of the loop, so that its
 // place in memory makes no difference between them.
 //
@@ -20,18 +18,23 @@ constexpr int warmUpCalls = 16;
 // virtual call of value()), a decrement and a branch. Nothing of it is hoisted, since the measured
 // function might change anything; nothing is unrolled, checked or added; and between the tool's two
 // reads of the counter stands the loop alone.
+//
+// Where two libraries are read in turns, the address in the row changes from turn to turn; what is
+// done for one is done for the other.
 template <typename Call>
 [[gnu::noinline]] void timCalls(psTool& tool, int loops, Call call) {
-    vtsClearStatus();
-    for (int i = warmUpCalls; i > 0; --i) {
-        call();
-    }
-    vtsClearStatus();
-    tool.start();
-    for (int i = loops; i > 0; --i) {
-        call();
-    }
-    tool.stop();
+    do {
+        vtsClearStatus();
+        for (int i = tool.warmUpCalls(); i > 0; --i) {
+            call();
+        }
+        vtsClearStatus();
+        tool.start();
+        for (int i = loops; i > 0; --i) {
+            call();
+        }
+        tool.stop();
+    } while (tool.nextTurn());
     vtsClearStatus();
 }
 

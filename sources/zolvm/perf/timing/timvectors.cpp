@@ -5,6 +5,9 @@
 #include <cstdlib>
 #include <malloc.h>
 
+#include "zo/zopeer.h"
+#include "zo/zosides.h"
+
 psStepIterator<int> len;
 
 constinit void* pSrcO = nullptr;
@@ -44,6 +47,17 @@ bool allocate(Vector const (&vectors)[N], size_t size) {
     return all;
 }
 
+// Those that a second process shares, from the index given on.
+template <int N>
+bool share(Vector const (&vectors)[N], int index, size_t size) {
+    bool all = true;
+    for (Vector const& vector : vectors) {
+        vector.raw = g_sides.peer()->vector(index++, size);
+        all = all && vector.raw != nullptr;
+    }
+    return all;
+}
+
 template <int N>
 void align(Vector const (&vectors)[N]) {
     for (Vector const& vector : vectors) {
@@ -53,9 +67,11 @@ void align(Vector const (&vectors)[N]) {
 }
 
 template <int N>
-void release(Vector const (&vectors)[N]) {
+void release(Vector const (&vectors)[N], bool isShared = false) {
     for (Vector const& vector : vectors) {
-        free(vector.raw);
+        if (!isShared) {
+            free(vector.raw);
+        }
         vector.raw = nullptr;
         vector.aligned = nullptr;
     }
@@ -64,6 +80,10 @@ void release(Vector const (&vectors)[N]) {
 } // namespace
 
 bool timAllocVectors(size_t sourceElement, size_t destinationElement) {
+    if (g_sides.peer() != nullptr) {
+        bool const sharesSources = share(sources, 0, timVectorElements * sourceElement);
+        return share(destinations, 2, timVectorElements * destinationElement) && sharesSources;
+    }
     // A mapping of its own for each vector, so that all begin at the same place in a page. Left to
     // itself malloc maps only those of a run's first tests and cuts the others from the heap, at
     // distances where loads wait for stores to other addresses: the same function would read
@@ -81,8 +101,18 @@ void timAlignVectors() {
     align(scalars);
 }
 
+void timSetVectors(void* const* vectors) {
+    for (Vector const* group : {sources, destinations}) {
+        for (int i = 0; i < 2; ++i) {
+            group[i].raw = *vectors++;
+        }
+    }
+    timAlignVectors();
+}
+
 void timFreeVectors() {
-    release(sources);
-    release(destinations);
+    bool const isShared = g_sides.peer() != nullptr;
+    release(sources, isShared);
+    release(destinations, isShared);
     release(scalars);
 }

@@ -44,6 +44,7 @@ extern void* x_D;
 bool timAllocVectors(size_t sourceElement, size_t destinationElement);
 bool timAllocScalars(size_t element);
 void timAlignVectors();
+void timSetVectors(void* const* vectors); // sources and destinations that another process holds
 void timFreeVectors();
 
 #endif

@@ -5,6 +5,7 @@
 
 #include "psstream/pscstream.h"
 #include "psstream/psostream.h"
+#include "timing/timsides.h"
 #include "timing/timvectors.h"
 #include "vts/vtsconfig.h"
 #include "vts/vtsdefs.h"
@@ -53,11 +54,12 @@ int TimZolVM::beginStart() {
         g_ostrm << "Cannot find inc file for function: " << m_inc;
         return -1;
     }
-    if (vtsGetLibraryFunc(row) == nullptr) {
+    if (*vtsGetLibraryFunc(row) == nullptr) {
         g_ostrm << MSG_ERR << "-- Function " << m_funcName << " is missing in the library\n"
                 << MSG_RESTORE;
         return -1;
     }
+    timBeginSides(vtsGetLibraryFunc(row), m_funcName);
     return row;
 }
 
@@ -82,6 +84,7 @@ void TimZolVM::fillPools(int row) {
 }
 
 void TimZolVM::flushStart() {
+    timEndSides();
     vtsDeAllocData();
     timFreeVectors();
 }

@@ -7,17 +7,20 @@
 constinit int b_index = 0;
 
 #define VTS_POWX_DEFINE(adaptor, function, T)                                                      \
+    static vtsFunc adaptor##_function = reinterpret_cast<vtsFunc>(function);                       \
     ZolStatus adaptor(T const* source, T const* second, T* destination, int length) {              \
-        return function(source, second[b_index], destination, length);                             \
+        using Function = ZolStatus (*)(T const*, T, T*, int);                                      \
+        return reinterpret_cast<Function>(adaptor##_function)(source, second[b_index],             \
+                                                              destination, length);                \
     }
 VTS_POWX_ROWS(VTS_POWX_DEFINE)
 
-vtsFunc vtsGetLibraryFunc(int row) {
+vtsFunc* vtsGetLibraryFunc(int row) {
 #define VTS_POWX_PAIR(adaptor, function, T)                                                        \
-    {reinterpret_cast<vtsFunc>(adaptor), reinterpret_cast<vtsFunc>(function)},
+    {reinterpret_cast<vtsFunc>(adaptor), &adaptor##_function},
     struct Pair {
         vtsFunc adaptor;
-        vtsFunc function;
+        vtsFunc* function;
     };
     static Pair const pairs[] = {VTS_POWX_ROWS(VTS_POWX_PAIR)};
     for (Pair const& pair : pairs) {
@@ -25,5 +28,5 @@ vtsFunc vtsGetLibraryFunc(int row) {
             return pair.function;
         }
     }
-    return defFunc[row].func;
+    return &defFunc[row].func;
 }

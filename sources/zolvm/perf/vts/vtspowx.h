@@ -27,9 +27,10 @@ extern int b_index; // element of the second array that is handed over
 VTS_POWX_ROWS(VTS_POWX_DECLARE)
 #undef VTS_POWX_DECLARE
 
-// The library's function behind a catalogue row: behind an adaptor, or the row's own. Null when
-// the library doesn't have it.
+// Where the address of the library's function behind a catalogue row stands, from which every call
+// reads it: behind the row's adaptor, or in the row itself. Null there when the library doesn't
+// have the function; another library's function may be put there.
 using vtsFunc = void (*)();
-vtsFunc vtsGetLibraryFunc(int row);
+vtsFunc* vtsGetLibraryFunc(int row);
 
 #endif

@@ -73,11 +73,13 @@ int psSession::run(int argc, char** argv) {
             (void)std::puts("Error! pTestList is NULL");
             return 0;
         }
-        sortTests();
-        outputHeader();
-        if (!enumOutput()) {
-            result = runTests();
-            measured = true;
+        if (m_enumMode <= 1 || startComparison()) {
+            sortTests();
+            outputHeader();
+            if (!enumOutput()) {
+                result = runTests();
+                measured = true;
+            }
         }
     }
     std::time(&pTestList->m_stopTime);

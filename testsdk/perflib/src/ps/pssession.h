@@ -36,6 +36,8 @@ public:
     virtual void putTableTitle();
     virtual void putTableTitleLine();
     virtual bool startSession() { return true; }
+    // Once the library has started: what else is measured. False, told: nothing can be.
+    virtual bool startComparison() { return true; }
     virtual void updateOptions();
     virtual bool parseCommandLine(int argc, char** argv); // false, told, on a fatal error
     virtual void listTests(int mode);

@@ -69,6 +69,11 @@ psString psIStream::setIniSection(psString section) {
     return previous;
 }
 
+bool psIStream::hasItem(psString const& key) {
+    return dataList.find(key) != dataList.end() ||
+           (iniFile != nullptr && !iniFile->read(iniSection, key, "").empty());
+}
+
 psString psIStream::getItemValue(psString key, psString defaultValue, psString title,
                                  psString comment) {
     psString value;

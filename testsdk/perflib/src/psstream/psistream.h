@@ -42,6 +42,7 @@ public:
     bool savesToIni() const { return saveToIni && iniFile != nullptr; }
     psString setIniSection(psString section); // gives the previous one
     void setData(psString text) { dataList.set(text); }
+    bool hasItem(psString const& key); // by -d data or in the ini file's section
 
     // The value of an item, and source() of it. Stores it in a writable ini file, with the comment.
     psString getItemValue(psString key, psString defaultValue, psString title, psString comment);

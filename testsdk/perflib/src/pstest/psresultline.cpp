@@ -41,8 +41,11 @@ psString psTest::getComment() {
     if (m_deprecated) {
         return "deprecated";
     }
-    return m_cacheIterator != nullptr ? m_cacheIterator->getComment() + " " + m_tool.m_comment
-                                      : m_tool.m_comment;
+    psString comment = m_tool.m_comment;
+    if (m_tool.m_pairResult.pairs != 0) {
+        comment << " " << pairString();
+    }
+    return m_cacheIterator != nullptr ? m_cacheIterator->getComment() + " " + comment : comment;
 }
 
 psString psTest::formatClocks(double clocks) {
@@ -173,6 +176,9 @@ void psTest::putTextResult(psResult result) {
         g_ostrm << "-- performance:\n";
     }
     g_ostrm << testResultString() << "\n";
+    if (m_tool.m_pairResult.pairs != 0) {
+        g_ostrm << "  " << pairString() << "\n";
+    }
     g_ostrm.endMessage();
 }
 
@@ -197,6 +203,14 @@ psString psTest::testResultString() {
     text << "  perf=" << sFormat(m_tool.m_funcTicks, 9) << "/" << sFormat(getDivisor(), 9) << "="
          << sFormat(perfString(false), 9) << " clocks";
     return text;
+}
+
+psString psTest::pairString() {
+    psPairResult const& pairs = m_tool.m_pairResult;
+    char numbers[160];
+    std::snprintf(numbers, sizeof numbers, " ratio=%.4f lo=%.4f hi=%.4f nPrs=%d %s", pairs.ratio,
+                  pairs.lo, pairs.hi, pairs.pairs, pairs.quiet ? "quiet" : "shared");
+    return "base=" + formatClocks(pairs.baseline / getDivisor()) + numbers;
 }
 
 void psTest::putTextError(psResult result) {

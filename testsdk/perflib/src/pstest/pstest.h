@@ -85,6 +85,7 @@ public:
     double performance(bool flops); // clocks per element, or MFlops
     psString perfString(bool flops);
     psString testResultString();
+    psString pairString(); // of paired readings, as "base=2.95 ratio=1.0312 lo=..."; else empty
     void putTextError(psResult result);
     void putTableName();
     void putTableNameLine();

@@ -61,8 +61,13 @@ psResult psTest::run() {
         m_currentResult = psResExcptFail;
         before.restore();
         psResetPriority(); // a measurement that was left has raised it
-        g_ostrm << MSG_ERR << failure.msg() << " in " << g_trace.getCurName() << "\n"
-                << MSG_RESTORE;
+        g_ostrm << MSG_ERR << failure.msg() << " in " << g_trace.getCurName() << "\n";
+        if (g_pairing.inSeries()) {
+            g_ostrm << "-- It came from the "
+                    << (g_pairing.turn() == psBaseline ? "baseline\n" : "library under test\n");
+            g_pairing.endSeries();
+        }
+        g_ostrm << MSG_RESTORE;
     }
     m_result = m_currentResult;
     m_stopTime = time(nullptr);

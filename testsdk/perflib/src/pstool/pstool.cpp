@@ -133,6 +133,7 @@ void psTool::reset() {
     m_resetTime = std::time(nullptr);
     m_numClocks = 0;
     m_curLoops = 0;
+    m_pairResult = {};
 }
 
 psResult psTool::timing(psFuncLoop funcLoop, psFuncStat funcStat, psFuncCall funcCall,
@@ -183,6 +184,12 @@ psResult psTool::timing(psFuncLoop funcLoop, psFuncStat funcStat, psFuncCall fun
         g_trace.traceOut("iterativeTiming");
         break;
     case Auto:
+        if (g_pairing.ready() && funcLoop == _funcLoop) {
+            g_trace.traceIn("pairedTiming");
+            pairedTiming();
+            g_trace.traceOut("pairedTiming");
+            break;
+        }
         g_trace.traceIn("autoTiming");
         autoLoopTiming();
         g_trace.traceOut("autoTiming");
@@ -198,6 +205,14 @@ psResult psTool::timing(psFuncOld funcOld) {
     _funcOld = funcOld;
     _pTool = this;
     return timing(funcOld != nullptr ? _funcLoop : nullptr, nullptr, nullptr, nullptr);
+}
+
+void psTool::takeTurns(psFuncOld funcOld, int loops) {
+    _funcOld = funcOld;
+    _pTool = this;
+    m_funcLoop = _funcLoop;
+    double lastReading;
+    runTimFunc(loops, &lastReading, true);
 }
 
 void psTool::runTimFunc(int loops, double* funcClocks, bool forceLoop) {

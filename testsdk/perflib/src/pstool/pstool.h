@@ -5,6 +5,7 @@
 
 #include "psbase/psstring.h"
 #include "pscpu/pscputicker.h"
+#include "pstool/pspairing.h"
 #include "pstool/psresult.h"
 #include <ctime>
 
@@ -44,10 +45,20 @@ public:
                     psFuncCall funcInit);
     psResult timing(psFuncOld funcOld);
 
+    // One call of a timing function of the tool form, whose readings g_turns takes.
+    void takeTurns(psFuncOld funcOld, int loops);
+
     // Bracket the calls of a timing function of the tool form. Between the two stands nothing but
     // the calls: both must stay inline and a counter read each.
     void start() { m_numClocks = static_cast<long long>(psCpuTicker::rdtsc()); }
     void stop() { m_numClocks = static_cast<long long>(psCpuTicker::rdtsc()) - m_numClocks; }
+
+    // Readings in turns with another library's: the timing function warms up by so many calls ahead
+    // of each reading, and takes one more while there is a next turn.
+    int warmUpCalls() {
+        return g_turns == nullptr ? psPairing::firstCalls : g_turns->warmUpCalls();
+    }
+    bool nextTurn() { return g_turns != nullptr && g_turns->next(m_numClocks); }
 
     // One single measurement; all methods but the statistic one go through it.
     void runTimFunc(int loops, double* funcClocks, bool forceLoop);
@@ -63,6 +74,7 @@ public:
     psResult repeatTiming(int loops, int count);
     void customLoopTiming();
     void statisticTiming();
+    void pairedTiming(); // in place of the Auto method where there are two libraries
 
     void updateResult(psResult result); // keeps the worst and its text
     void ctrlStart();
@@ -89,6 +101,7 @@ public:
     bool m_checkStatus = false;    // working copy of m_initAndCheck
     psString m_resultText;         // text of the worst result, or the actual accuracy
     psString m_comment;            // for the table's comment column
+    psPairResult m_pairResult;     // of paired readings; no pairs without
     long long m_numClocks = 0;     // of the last measurement; between start and stop the start
     double m_actualAccuracy = 1.0; // spread of the last measurements, as a fraction
     int m_factorStart = 0;         // override of the Auto method's start loops; 0: none
@@ -113,6 +126,9 @@ private:
     psResult priorMeasurement(int loops, int& maxLoops, long long minClocks);
     psResult iterationMeasurement(int maxLoops);
     void avoidBadStatus();
+    // The stages of pairedTiming; false when a side is gone.
+    bool readSeries(int loops, int pairs);
+    bool findPairLoops();
     void runTraced(double* funcClocks); // at m_curLoops
 };
 

@@ -1,0 +1,118 @@
+// paired_test.cpp - two libraries in one run: rows, texts, and what becomes of bad ones.
+#include "program.h"
+
+#include <gtest/gtest.h>
+#include <regex>
+
+namespace {
+
+std::string const own = PS_OWN_LIBRARY;
+
+// A run with -dBaseline and further keys; the table is t.csv in the directory.
+Outcome paired(TempDirectory const& dir, std::string const& baseline, std::string const& keys,
+               std::string const& environment = "") {
+    return runShell(environment + " PS_CPU_MHZ=2000 " + psZolvm() + " -B -LPERF -rt -l" + dir.path +
+                    " '-dBaseline=" + baseline + "' " + keys);
+}
+
+} // namespace
+
+TEST(Paired, EveryPointHasARatioInTableAndText) {
+    TempDirectory const dir;
+    Outcome const outcome =
+        paired(dir, PS_LIBRARY, "-f=zolsAbs_32f_A24 -f=zolsPowx_32f_A24 -f=zolsModf_64f");
+    EXPECT_TRUE(contains(outcome.out, "| Library  : baseline: ZOL Vector Math, "));
+    EXPECT_TRUE(contains(outcome.out, "| .Successes       : 3 "));
+    std::regex const comment("nLps=\\d+ base=[0-9.]+ ratio=(\\d\\.\\d{4}) lo=(\\d\\.\\d{4}) "
+                             "hi=(\\d\\.\\d{4}) nPrs=\\d+ (quiet|shared)");
+    int points = 0;
+    for (std::string const& line : lines(readFile(dir.path + "t.csv"))) {
+        if (std::vector<std::string> const row = cells(line);
+            row.size() == 16 && row[0] != "funcBase") {
+            std::smatch match;
+            ASSERT_TRUE(std::regex_match(row[11], match, comment)) << line;
+            EXPECT_LE(std::stod(match[2]), std::stod(match[1]));
+            EXPECT_GE(std::stod(match[3]), std::stod(match[1]));
+            // The same library, and a machine of which nothing is known.
+            EXPECT_NEAR(std::stod(match[1]), 1.0, 0.5) << line;
+            std::string const shown = row[11].substr(row[11].find(' '));
+            EXPECT_TRUE(contains(outcome.out, "clocks\n " + shown + "\n")) << shown;
+            ++points;
+        }
+    }
+    EXPECT_EQ(points, 33);
+}
+
+TEST(Paired, TheRatioIsUnderTestByBaselineAndSettingsReachTheBaseline) {
+    TempDirectory const dir;
+    // The own library's function returns at once; the built-in one does its work.
+    Outcome const outcome =
+        paired(dir, own + "/libzolvm.so",
+               "-f=zolsAbs_64f_A53 -dBaselineFirst=1 -dPairTime=2 -dAccuracy=7");
+    EXPECT_TRUE(contains(outcome.out, "baseline: Own Vector Math, 1.0.0 of my own, today"));
+    std::regex const large("Abs,64f,A53,32768,.* ratio=[1-9]\\d+\\.\\d{4} ");
+    EXPECT_TRUE(std::regex_search(readFile(dir.path + "t.csv"), large));
+
+    Outcome const features = paired(dir, own, "-f=zolsAbs_64f_A53 -dBaselineFeatures=AVX2");
+    EXPECT_TRUE(contains(features.out, "gave status 38: ")) << features.out; // it has none
+}
+
+TEST(Paired, AFaultNamesItsSideAndAMissingFunctionIsMeasuredAlone) {
+    TempDirectory const dir;
+    Outcome const outcome =
+        paired(dir, own, "-f=zolsAbs_64f_A53 -f=zolsSqr_64f_A53 -f=zolsCos_32f_A11", "OWN_ABS=f");
+    EXPECT_TRUE(contains(outcome.out, "Illegal storage access. in "));
+    EXPECT_TRUE(contains(outcome.out, "-- It came from the baseline\n"));
+    EXPECT_TRUE(contains(
+        outcome.out,
+        "-- Function zolsCos_32f_A11 is missing in the baseline, and is measured alone\n"));
+    EXPECT_TRUE(contains(outcome.out, "| .....-EXCPTFAIL  : 1 "));
+    EXPECT_TRUE(contains(outcome.out, "| .Successes       : 2 "));
+    std::string const table = readFile(dir.path + "t.csv");
+    EXPECT_TRUE(contains(table, "Abs,64f,A53,32,")); // before the fault
+    EXPECT_FALSE(contains(table, "Abs,64f,A53,64,"));
+    EXPECT_TRUE(std::regex_search(table, std::regex("Sqr,64f,A53,32768,.* ratio=")));
+    EXPECT_TRUE(std::regex_search(table, std::regex("Cos,32f,A11,32768,[-,]*nLps=\\d+,")));
+
+    Outcome const tested =
+        paired(dir, PS_LIBRARY, "-f=zolsAbs_64f_A53", "OWN_ABS=f LD_LIBRARY_PATH='" + own + "'");
+    EXPECT_TRUE(contains(tested.out, "-- It came from the library under test\n"));
+}
+
+TEST(Paired, WhatCannotBeMeasuredIsOneClearLine) {
+    TempDirectory const dir;
+    writeFile(dir.path + "libzolvm.so", std::string(4096, 'x'));
+    runShell("cp '" + own + "/libzolcore.so' " + dir.path);
+    runShell("mkdir " + dir.path + "half && cp '" + own + "/libzolcore.so' " + dir.path +
+             "half/libzolvm.so && cp '" + own + "/libzolcore.so' " + dir.path + "half");
+    struct {
+        std::string baseline;
+        char const* keys;
+        std::string line;
+    } const cases[] = {
+        {"/no/where", "", "-- Baseline: /no/where is not there"},
+        {dir.path + "half/..//none.so", "", "none.so is not there"},
+        {dir.path, "", "invalid ELF header"},
+        {dir.path + "half", "", "libzolvm.so holds none of the measured functions"},
+        {own, "-dPairTime=0", "-- Baseline: PairTime=0 is not a number from 1 to 10000"},
+        {own, "-dPairTime=ten", "-- Baseline: PairTime=ten is not a number from 1 to 10000"},
+        {own, "-dBaselineFirst=2", "-- Baseline: BaselineFirst=2 is not a number from 0 to 1"},
+        {own, "-dBaselineIn=heap", "-- Baseline: BaselineIn=heap is neither space nor process"},
+        {own, "-dBaselineFeatures=X", "-- Baseline: BaselineFeatures=X names no features"},
+    };
+    for (auto const& test : cases) {
+        SCOPED_TRACE(test.baseline + " " + test.keys);
+        Outcome const outcome =
+            paired(dir, test.baseline, std::string(test.keys) + " -f=zolsAbs_64f_A53");
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_TRUE(contains(outcome.out, test.line)) << outcome.out;
+        EXPECT_FALSE(contains(outcome.out, "Length="));
+    }
+}
+
+TEST(Paired, OnlyTheAutoMethodReadsPairs) {
+    TempDirectory const dir;
+    Outcome const outcome = paired(dir, own, "-f=zolsAbs_64f_A53 -dMethod=Manual -dNumLoops=3");
+    EXPECT_TRUE(contains(outcome.out, "-- Baseline is not used with this method"));
+    EXPECT_TRUE(contains(readFile(dir.path + "t.csv"), ",nLps=3,"));
+}
