@@ -8,25 +8,49 @@ without any), and prints spreads of the clocks per element over all points: the 
 runs against their least, each run against the next, the least of the first N runs against that of
 the second N, and the same for their second least. With --worst it lists the readings of the K
 points that are worst by the last.
+
+repeatability.py PROGRAM --pairs BASELINE [--runs N] [--truth R] [--least C] [--worst K] [KEY ...]
+
+Runs the program N times with this Baseline, the sides changing places from run to run, and prints
+how far the ratios of all points lie from 1, or from --truth: those of each run, and the median of
+the N. --least takes only points whose calls are of so many clocks.
 """
 import argparse
+import math
 import os
+import statistics
 import subprocess
 import tempfile
 
 
-def run(program, keys, directory):
-    """Clocks per element by function and length."""
+def rows(program, keys, directory):
+    """The cells of the table's points, by function and length."""
     table = f"{directory}/t.csv"
     subprocess.run([program, "-B", f"-r{table}", *keys], check=True, stdout=subprocess.DEVNULL)
-    clocks = {}
+    points = {}
     with open(table) as lines:
         for line in lines:
             cells = line.rstrip("\n").split(",")
             if len(cells) == 16 and cells[3].isdigit():
-                clocks[tuple(cells[:4])] = float(cells[12])
+                points[tuple(cells[:4])] = cells
     os.remove(table)
-    return clocks
+    return points
+
+
+def run(program, keys, directory):
+    """Clocks per element by function and length."""
+    return {p: float(cells[12]) for p, cells in rows(program, keys, directory).items()}
+
+
+def run_pairs(program, keys, directory, least):
+    """Ratio, and whether quiet pairs decided, of the points that have a ratio."""
+    pairs = {}
+    for p, cells in rows(program, keys, directory).items():
+        words = cells[11].split()
+        ratio = [float(word[6:]) for word in words if word.startswith("ratio=")]
+        if ratio and float(cells[12]) * int(p[3]) >= least:
+            pairs[p] = (ratio[0], "quiet" in words)
+    return pairs
 
 
 def row(title, values):
@@ -39,12 +63,45 @@ def apart(a, b):
     return max(a, b) / min(a, b) - 1
 
 
+def pair_row(title, ratios, truth):
+    off = sorted(abs(ratio / truth - 1) for ratio in ratios)
+    over = lambda bound: f"{sum(o > bound for o in off) / len(off):.2%}"
+    at = lambda share: off[round(share * (len(off) - 1))]
+    print(f"| {title} | {at(0.5):.2%} | {at(0.9):.2%} | "
+          + " | ".join(over(bound) for bound in (0.005, 0.01, 0.02, 0.05)) + " |")
+
+
+def report_pairs(runs, truth, worst):
+    points = set.intersection(*(set(r) for r in runs))
+    medians = {p: statistics.median(r[p][0] for r in runs) for p in points}
+    quiet = statistics.mean(r[p][1] for r in runs for p in points)
+    print(f"{len(points)} points, {len(runs)} passes, {quiet:.0%} of the rows quiet\n")
+    print("| off | median | 90th percentile | over 0.5% | over 1% | over 2% | over 5% |")
+    print("|---|---|---|---|---|---|---|")
+    pair_row("one pass", [r[p][0] for r in runs for p in points], truth)
+    pair_row(f"median of {len(runs)} passes", medians.values(), truth)
+    logs = statistics.median(math.log(m / truth) for m in medians.values())
+    print(f"\nmedian of log ratio: {logs:+.4%}")
+    for p in sorted(points, key=lambda p: -abs(medians[p] / truth - 1))[:worst]:
+        print(*p, f"{medians[p]:.4f}:", *(f"{r[p][0]:.4f}" + "s"[r[p][1]:] for r in runs))
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__.split("\n")[0])
     parser.add_argument("program")
     parser.add_argument("--runs", type=int, default=10)
     parser.add_argument("--worst", type=int, default=0)
+    parser.add_argument("--pairs", metavar="BASELINE")
+    parser.add_argument("--truth", type=float, default=1.0)
+    parser.add_argument("--least", type=float, default=0.0)
     options, keys = parser.parse_known_args()
+    if options.pairs:
+        with tempfile.TemporaryDirectory() as directory:
+            runs = [run_pairs(options.program, [f"-dBaseline={options.pairs}",
+                                                f"-dBaselineFirst={i % 2}", *keys],
+                              directory, options.least) for i in range(options.runs)]
+        report_pairs(runs, options.truth, options.worst)
+        return
     with tempfile.TemporaryDirectory() as directory:
         runs = [run(options.program, keys, directory) for _ in range(2 * options.runs)]
     points = runs[0].keys()
