@@ -98,6 +98,7 @@ TEST(Fault, FlagsFailuresAndWritesBeyondTheVector) {
     // One element too far stays inside the block: it harms neither the book nor later tests.
     EXPECT_EQ(run.word("jTooFar"), "OK");
     EXPECT_EQ(run.word("zGood"), "OK");
+    EXPECT_EQ(FaultRun("hInvalidFlag", "-W").word("hInvalidFlag"), "EXCPTFAIL");
     EXPECT_TRUE(contains(run.summary, ".Number of tests,4\n"));
     EXPECT_TRUE(contains(run.summary, ".....-BADSTSWRN ,1\n"));
 }

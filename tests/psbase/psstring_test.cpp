@@ -38,6 +38,9 @@ TEST(PsString, AssignsFromItselfAndFromNull) {
     text.assign(static_cast<char const*>(nullptr));
     EXPECT_STREQ(text.c_str(), "");
     expectSoundBuffer(text);
+    text.assign('\0'); // a text of one character all the same
+    EXPECT_EQ(text.size(), 1);
+    expectSoundBuffer(text);
 }
 
 TEST(PsString, ResizeFillsOnlyBehindAText) {
@@ -61,7 +64,9 @@ TEST(PsString, FindsFirstAndLastOccurrence) {
     psString const text("abcabc");
     EXPECT_EQ(text.find("bc", 1), 1);
     EXPECT_EQ(text.find("bc", 2), 4);
+    EXPECT_EQ(text.find("", 4), 4);
     EXPECT_EQ(text.rfind("abc"), 3);
+    EXPECT_EQ(psString("xbc").rfind("x"), 0);
     EXPECT_STREQ(text.substr(4, 9).c_str(), "bc");
 }
 
@@ -106,11 +111,23 @@ TEST(PsString, ReadsNumbersAndFlagsTheOthers) {
         EXPECT_EQ(narrow, row.wanted);
     }
 
-    psString word("abc");
-    float single = 1.5F;
-    single << word;
-    EXPECT_EQ(single, 1.5F);
-    EXPECT_TRUE(word.errorConvertion());
+    psString long64("0xFEDCBA9876543210");
+    long long whole = 0;
+    unsigned long long positive = 0;
+    whole << long64;
+    positive << long64;
+    EXPECT_EQ(static_cast<unsigned long long>(whole), 0xFEDCBA9876543210ULL);
+    EXPECT_EQ(positive, 0xFEDCBA9876543210ULL);
+
+    for (char const* given : {"abc", ""}) { // what is empty is no failure
+        psString word(given);
+        float single = 1.5F;
+        double wide = 2.5;
+        single << word;
+        wide << word;
+        EXPECT_EQ(single + static_cast<float>(wide), 4.0F);
+        EXPECT_EQ(word.errorConvertion(), given[0] != '\0');
+    }
 }
 
 TEST(PsString, ReadsTruth) {
@@ -120,7 +137,7 @@ TEST(PsString, ReadsTruth) {
         bool failed;
     } const cases[] = {{" Yes", true, false}, {"TRUE", true, false}, {"1", true, false},
                        {"no", false, false},  {"F\t", false, false}, {"0", false, false},
-                       {"", false, true},     {"10", false, true}};
+                       {"", false, true},     {"10", false, true},   {"00", false, true}};
     for (auto const& row : cases) {
         psString text(row.text);
         bool value = !row.wanted;

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
+#include "pscpu/cpucache.h"
 #include "pscpu/pscputicker.h"
 #include "pscpu/pszolentry.h"
 
@@ -33,6 +34,11 @@ ZolStatus recordedCache(int* bytes) {
     *bytes = cacheAnswer;
     return 0;
 }
+ZolStatus failingCache(int* bytes) {
+    *bytes = cacheAnswer;
+    return -1;
+}
+ZolStatus emptyCache(int* bytes) { return *bytes = 0; }
 
 class PsHost : public testing::Test {
 protected:
@@ -72,4 +78,12 @@ TEST_F(PsHost, TheBrandComesThroughTheLibrary) {
     EXPECT_EQ(cpuInfo().c_str(), line("Unknown CPU"));
     zol_GetCpuFeatures = nullptr;
     EXPECT_EQ(cpuInfo().c_str(), line("Unknown CPU"));
+}
+
+TEST_F(PsHost, TheCacheIsTheProcessorsOwnWhereTheLibraryKnowsNone) {
+    EXPECT_EQ(psGetMaxCacheSizeB(), cacheAnswer);
+    for (auto* entry : {failingCache, emptyCache, static_cast<ZolStatus (*)(int*)>(nullptr)}) {
+        zol_GetMaxCacheSizeB = entry;
+        EXPECT_EQ(psGetMaxCacheSizeB(), largestCacheBytes(readCpuid, false));
+    }
 }

@@ -8,6 +8,7 @@
 
 #include "pstool/scriptedtiming.h"
 #include "support/messagecapture.h"
+#include "support/storedtext.h"
 
 using PsAutoTiming = ScriptedTiming;
 
@@ -36,8 +37,11 @@ TEST_F(PsAutoTiming, EveryBranchAsksForItsLoopCounts) {
         // The function's own codes: a failure ends the prior stage alone, 7 is tried again.
         {1, 2048, 10000, {{10000, 9}}, {1}, 9, 10000, ""},
         {1, 2048, 10000, {{10000}, {40000, 9}}, {1, 4}, 9, 10000, "nLps=4"},
+        {4, 4, 10000, {{20000, 5}}, {4}, 5, 5000, "nLps=4 acc=100.0%"},
         {1, 2048, 10000, {{10000, 7}, {9}}, {1, 10}, 7, 0.9, ""},
         {1, 2048, 10000, {{10000, 5}, {40000}}, {1, 4}, 5, 10000, "nLps=4"},
+        // Exactly one percent is enough to stop at, and nobody watches the status.
+        {1, 2048, 10000, {{19900}, {80400, 1, true}}, {1, 4}, 1, 20100, "nLps=4"},
         // The iteration: none, at the maximum, settled by simple measurements, not settled.
         {4, 4, 10000, {{20000}}, {4}, 2, 5000, "nLps=4 acc=100.0%"},
         {1, 2, 10000, {{10000}, {20000}}, {1, 2}, 1, 10000, "nLps=2"},
@@ -69,6 +73,13 @@ TEST_F(PsAutoTiming, TheWantedAccuracyDecidesTheWarning) {
     start({{10000}, {80000}, {80000}, {80000}});
     tool.m_accuracy = 500.0; // still goes for 1%
     EXPECT_EQ(tool.timing(scriptedLoop, nullptr, nullptr, nullptr), psResOk);
+    start({{30000}, {200000}, {400000}, {600000}});
+    tool.m_accuracy = 0.5;  // met exactly, by two readings and by three
+    tool.m_useCalls = true; // but there is nothing that counts calls
+    EXPECT_EQ(tool.timing(scriptedLoop, nullptr, nullptr, nullptr), psResOk);
+    EXPECT_STREQ(tool.m_comment.c_str(), "nLps=4");
+    EXPECT_EQ(tool.m_actualAccuracy, 0.5);
+    EXPECT_EQ(tool.m_funcTicks, 50000.0);
 }
 
 TEST_F(PsAutoTiming, LoopFactorMovesTheStartAndTheMaximum) {
@@ -78,6 +89,10 @@ TEST_F(PsAutoTiming, LoopFactorMovesTheStartAndTheMaximum) {
         EXPECT_EQ(tool.m_factorStart, first) << factor;
         EXPECT_EQ(tool.m_factorMax, max) << factor;
     }
+    start({{20000}, {80000}});
+    tool.setLoopFactor(-1);
+    EXPECT_EQ(tool.timing(scriptedLoop, nullptr, nullptr, nullptr), psResOk);
+    EXPECT_EQ(askedLoops, (std::vector<int>{2, 8}));
 }
 
 TEST_F(PsAutoTiming, CallsAreCountedWhereTheTestCanCountThem) {
@@ -95,24 +110,7 @@ TEST_F(PsAutoTiming, TheStoryIsToldToTheByte) {
     start({{3000}, {24000}, {98880}, {97000}, {97600}});
     MessageCapture messages(15);
     EXPECT_EQ(tool.timing(scriptedLoop, nullptr, nullptr, nullptr), psResOk);
-    EXPECT_EQ(messages.text(),
-              "    Auto method: start\n        minClocks  = 10000\n"
-              "    Prior Measurement: \n        numLoops   = 1\n        numClocks  = 3000\n"
-              "        funcClocks = 3e+03\n        result     = wrong measure accuracy\n"
-              "    Prior Measurement: \n        numLoops   = 8\n        numClocks  = 24000\n"
-              "        funcClocks = 3e+03\n        result     = successfully\n"
-              "    Iteration Measurement: \n"
-              "        startLoops = 32\n        maxLoops   = 16384\n"
-              "        stopLoops  = 32\n        stopClocks = 98880\n        accuracy   = 3.0%\n"
-              "        funcClocks = 3.09e+03\n        result     = successfully\n"
-              "    Simple Measurements: \n"
-              "        numLoops   = 32\n        numClocks  = 97000\n"
-              "        funcClocks = 3.03e+03\n"
-              "        numLoops   = 32\n        numClocks  = 97600\n"
-              "        funcClocks = 3.05e+03\n"
-              "        accuracy   = 1.1%\n        bestClocks = 3.03e+03\n"
-              "        result     = successfully\n"
-              "    Auto method: stop\n");
+    EXPECT_TRUE(matchesStored("pstool/auto", messages.text()));
 }
 
 // A flag comes up at 8 loops: the count goes back to 4.
@@ -126,15 +124,19 @@ TEST_F(PsAutoTiming, ABadStatusSendsTheCountBack) {
                         psResOk,
                         "nLps=4",
                         "-- Attempt is successful\n"},
+                       {{{52800}, {48000}, {48000}, {48000}, {48000}}, // twice as much is borne
+                        psResAccurWrn,
+                        "nLps=4 acc=8.2%",
+                        "-- Attempt is successful\n"},
+                       {{{54720}, {48000}, {48000}, {48000}, {48000}},
+                        psResAccurWrn,
+                        "nLps=4 acc=11.4%",
+                        "-- Attempt fails: Accuracy is unsatisfactory.\n"},
                        {{{48000}, {49000, 1, true}, {48000}, {48000}, {48000}},
                         psResOk,
                         "nLps=4",
                         "-- Status    SSX: ?Invalid \n"
-                        "-- Attempt fails: Bad control status repeats.\n"},
-                       {{{96000}, {48000}, {48000}, {48000}, {48000}},
-                        psResAccurWrn,
-                        "nLps=4 acc=71.4%",
-                        "-- Attempt fails: Accuracy is unsatisfactory.\n"}};
+                        "-- Attempt fails: Bad control status repeats.\n"}};
     for (auto const& row : cases) {
         SCOPED_TRACE(row.told);
         start({{10000}, {48000}, {80000, psResOk, true}});
@@ -148,5 +150,19 @@ TEST_F(PsAutoTiming, ABadStatusSendsTheCountBack) {
         EXPECT_EQ(messages.text(), std::string("-- Status    SSX: ?Invalid _Inexact \n"
                                                "-- Attempting to avoid bad control status\n") +
                                        row.told);
+    }
+}
+
+TEST_F(PsAutoTiming, TheFunctionsOwnWordsAreToldWhenNoClocksPass) {
+    for (OutputLevel level : {MSG_ERR, MSG_INFO}) { // the story of the latter says it all
+        start({});
+        MessageCapture messages(level);
+        auto const silent = [](int, long long*) -> psResult {
+            info = "no clocks\n";
+            return psResOk;
+        };
+        EXPECT_EQ(tool.timing(silent, nullptr, nullptr, nullptr), psResAccurFail);
+        EXPECT_EQ(messages.text() == "no clocks\n", level == MSG_ERR);
+        EXPECT_TRUE(info.empty());
     }
 }

@@ -2,6 +2,7 @@
 #include "pstool/psctrl.h"
 
 #include <gtest/gtest.h>
+#include <memory>
 
 #include "pstool/scriptedtiming.h"
 #include "support/messagecapture.h"
@@ -29,17 +30,97 @@ TEST_F(PsCtrl, WordsAreNamedByTheirTables) {
         EXPECT_STREQ(ts87Base::strSW(status[i].value).c_str(), status[i].text);
         EXPECT_STREQ(ssx.strExceptionState(status[i].value).c_str(), status[i].text);
     }
+    tsSSXBase none(false); // a processor without the unit
+    none.set(0x6000, 0x6000);
+    EXPECT_EQ(ps_get_ssx() & 0x6000U, 0U);
+    EXPECT_EQ(none.get(), 0U);
+    EXPECT_STREQ((none.strCW(0x1f80) + none.strExceptionState(1)).c_str(),
+                 "cpu has not SSX extensioncpu has not SSX extension");
 }
 
-TEST_F(PsCtrl, InitLoadsTheDefaultModes) {
+TEST_F(PsCtrl, InitAndTheEndOfARecordLoadTheDefaultModes) {
     for (unsigned denormalsAreZero : {0U, 0x40U}) {
+        auto x87 = std::make_unique<ps87>();
+        auto ssx = std::make_unique<psSSX>();
         raiseInvalidSSX();
         ps_set_cw_fpu(0xc7f, 0xf3f);
         ps_set_ssx(0x7f80 | denormalsAreZero, 0xffc0);
-        psInitCtrlStatus();
+        if (denormalsAreZero == 0) {
+            psInitCtrlStatus();
+        } else {
+            x87.reset();
+            ssx.reset();
+        }
         EXPECT_EQ(ps_get_cw_fpu() & 0xf3fU, 0x23bU);
         EXPECT_EQ(ps_get_ssx(), 0x9f80U | denormalsAreZero);
     }
+}
+
+TEST_F(PsCtrl, ExceptionsAreMaskedAsAsked) {
+    ts87Base x87;
+    tsSSXBase ssx;
+    unsigned masks[8]; // judged at the end, when no exception can be raised by it
+    x87.enableExceptions();
+    ssx.enableExceptions();
+    masks[0] = ps_get_cw_fpu();
+    masks[1] = ps_get_ssx();
+    x87.disableExceptions();
+    ssx.disableInexactException();
+    masks[2] = ps_get_cw_fpu();
+    masks[3] = ps_get_ssx();
+    ssx.disableExceptions();
+    raiseInvalid87();
+    x87.disableInexactException(); // what has happened stays masked
+    masks[4] = ps_get_cw_fpu();
+    masks[5] = ps_get_ssx();
+    is_W_flagUsed = true; // the first of the two still loads the default
+    psInitCtrlStatus();
+    EXPECT_EQ(ps_get_cw_fpu() & 0x3fU, 0x3bU);
+    psInitCtrlStatus();
+    masks[6] = ps_get_cw_fpu();
+    masks[7] = ps_get_ssx();
+    is_W_flagUsed = false;
+    ts87Base::Exception = 0x3b;
+    tsSSXBase::Exception = 0x1f80;
+    psInitCtrlStatus();
+    unsigned const wanted[] = {0, 0, 0x3f, 0x1000, 0x21, 0x1f80, 0x20, 0x1000};
+    for (int i = 0; i < 8; ++i) {
+        EXPECT_EQ(masks[i] & (i % 2 == 0 ? 0x3fU : 0x1f80U), wanted[i]) << i;
+    }
+}
+
+TEST_F(PsCtrl, NoVectorRegisterKeepsItsValue) {
+    unsigned long long registers[32] = {};
+    ps_destroy_ssx();
+    asm volatile(".irp n,0,1,2,3,4,5,6,7,8,9,10,11,12,13,14,15\n\t"
+                 "movdqu %%xmm\\n, 16*\\n(%0)\n\t"
+                 ".endr"
+                 :
+                 : "r"(registers)
+                 : "memory");
+    for (unsigned long long half : registers) {
+        EXPECT_EQ(half, ~0ULL);
+    }
+}
+
+TEST_F(PsCtrl, CopiesKeepTheRecord) {
+    ps87 x87;
+    psSSX ssx;
+    raiseInvalid87();
+    raiseInvalidSSX();
+    x87.stop();
+    ssx.stop();
+    ps87 const copy87(x87);
+    psSSX const copySSX(ssx);
+    ps87 assigned87;
+    psSSX assignedSSX;
+    assigned87 = x87;
+    assignedSSX = ssx;
+    EXPECT_TRUE(copy87.badStatus() && copySSX.badStatus());
+    EXPECT_TRUE(assigned87.badStatus() && assignedSSX.badStatus());
+    EXPECT_STREQ((copy87.strCW() + copySSX.strCW()).c_str(), (x87.strCW() + ssx.strCW()).c_str());
+    EXPECT_STREQ((assigned87.strCW() + assignedSSX.strCW()).c_str(),
+                 (x87.strCW() + ssx.strCW()).c_str());
 }
 
 TEST_F(PsCtrl, TheX87RecordAddsUpBatches) {
@@ -53,6 +134,8 @@ TEST_F(PsCtrl, TheX87RecordAddsUpBatches) {
     g_ctrl87.stop();
     EXPECT_STREQ(g_ctrl87.strSW().c_str(), "?Invalid ");
     EXPECT_EQ(g_ctrl87.getCW() & 0xf3fU, 0x23bU);
+    g_ctrl87.clear();
+    EXPECT_EQ(g_ctrl87.getCW() + g_ctrl87.getSW() + (ps_get_sw_fpu() & 0x3fU), 0U);
 }
 
 TEST_F(PsCtrl, TheSSERecordShowsAllSinceInit) {

@@ -6,12 +6,14 @@
 #include <gtest/gtest.h>
 #include <string>
 #include <sys/resource.h>
+#include <unistd.h>
 #include <vector>
 
 #include "psmemory/psmemory.h"
 #include "pstool/pspriority.h"
 #include "pstool/scriptedtiming.h"
 #include "support/messagecapture.h"
+#include "support/storedtext.h"
 
 namespace {
 
@@ -38,6 +40,29 @@ psResult toolForm(psTool& tool, int loops) {
     return psResDataWrn;
 }
 
+// What a measured function finds; it leaves a flag.
+struct {
+    int nice;
+    unsigned status87;
+    unsigned vector;
+} found;
+psResult lookAround(long long* clocks) {
+    asm volatile("movd %%xmm15, %0" : "=r"(found.vector));
+    found.nice = getpriority(PRIO_PROCESS, 0);
+    found.status87 = ps_get_sw_fpu() & 0x3fU;
+    raiseInvalid87();
+    *clocks = 1000;
+    return psResOk;
+}
+
+// Whether this user gets a lowered priority back.
+bool mayRaise() {
+    int const before = getpriority(PRIO_PROCESS, 0);
+    bool const may = setpriority(PRIO_PROCESS, 0, before - 1) == 0;
+    setpriority(PRIO_PROCESS, 0, before);
+    return may;
+}
+
 class Resetting : public psObject {
 public:
     int setReservedCopy() override {
@@ -50,6 +75,7 @@ class PsTool : public ScriptedTiming {
 protected:
     void TearDown() override {
         psTool::m_pCheckStatus = nullptr;
+        psTool::m_priority = 0;
         calls.clear();
         statuses.clear();
         ScriptedTiming::TearDown();
@@ -60,7 +86,20 @@ protected:
 
 TEST_F(PsTool, MissingCallablesAreTold) {
     MessageCapture messages(MSG_ERR);
+    start({{700, psResFuncWrn}});
+    tool.setMethodLoop(7);
+    tool.timing(scriptedLoop, scriptedStat, countedCall, countedInit);
+    tool.m_actualAccuracy = 0.25;
+    tool.m_resetTime = 0;
     EXPECT_EQ(tool.timing(nullptr, nullptr, nullptr, countedInit), psResFail);
+    // Nothing of the measurement before is left.
+    EXPECT_EQ(tool.m_actualAccuracy, 1.0);
+    EXPECT_EQ(tool.m_funcTicks, 0.0);
+    EXPECT_EQ(tool.m_result + tool.m_curLoops + tool.m_numClocks, 0);
+    EXPECT_STREQ((tool.m_comment + tool.m_resultText).c_str(), "");
+    EXPECT_TRUE(tool.m_funcLoop == nullptr && tool.m_funcStat == nullptr &&
+                tool.m_funcCall == nullptr && tool.m_funcInit == nullptr);
+    EXPECT_GE(tool.m_resetTime, tool.m_createTime);
     tool.m_method = 4;
     EXPECT_EQ(tool.timing(scriptedLoop, nullptr, nullptr, nullptr), psResFail);
     EXPECT_EQ(messages.text(),
@@ -87,6 +126,68 @@ TEST_F(PsTool, ASingleMeasurementWithoutClocksIsTakenOnceMore) {
         EXPECT_EQ(ticks, row.ticks);
         EXPECT_EQ(tool.m_result, row.result);
     }
+}
+
+TEST_F(PsTool, TheMethodsKeepWhatTheyWereGiven) {
+    int start = -1;
+    int max = -1;
+    long long clocks = -1;
+    EXPECT_TRUE(tool.getMethodAuto());
+    tool.setMethodBest(0, 4, 77);
+    EXPECT_FALSE(tool.getMethodAuto() || tool.getMethodLoop(max) ||
+                 tool.getMethodStat(max, clocks));
+    EXPECT_TRUE(tool.getMethodBest(start, max, clocks));
+    EXPECT_EQ(start + 10 * max + 100 * clocks, 7741);
+    tool.setMethodBest(2, 15, 0);
+    EXPECT_TRUE(tool.getMethodBest(start, max, clocks));
+    EXPECT_EQ(start + 10 * max, 162);
+    tool.setMethodLoop(0);
+    EXPECT_FALSE(tool.getMethodBest(start, max, clocks));
+    EXPECT_TRUE(tool.getMethodLoop(start));
+    EXPECT_EQ(start, 1);
+    tool.setMethodAuto();
+    EXPECT_TRUE(tool.getMethodAuto());
+    psTool::getAutoParameters(start, max, clocks);
+    EXPECT_EQ(start + 10LL * max + 100000 * clocks, 1000020481);
+}
+
+TEST_F(PsTool, AMeasuredFunctionFindsCleanUnitsAndItsPriority) {
+    int const before = getpriority(PRIO_PROCESS, 0);
+    for (int method : {psTool::Loop, psTool::Stat}) {
+        start({});
+        tool.m_method = method;
+        psTool::m_priority = mayRaise() ? 3 : 0;
+        raiseInvalid87();
+        asm volatile("pxor %%xmm15, %%xmm15" : : : "xmm15");
+        tool.timing([](int, long long* clocks) { return lookAround(clocks); },
+                    [](int*, long long* clocks) { return lookAround(clocks); }, nullptr, nullptr);
+        EXPECT_EQ(found.nice, psTool::m_priority == 3 ? 10 : before);
+        EXPECT_EQ(found.status87, 0U);
+        EXPECT_EQ(found.vector, ~0U);
+        EXPECT_EQ(getpriority(PRIO_PROCESS, 0), before);
+        EXPECT_STREQ(g_ctrl87.strSW().c_str(), "?Invalid ");
+    }
+}
+
+// Where each measurement's calls stand in the trace, and whether its source is set up first.
+TEST_F(PsTool, TheTraceNamesEachCall) {
+    MessageCapture messages(MSG_TRACE);
+    for (bool initAndCheck : {true, false}) {
+        for (int method : {psTool::Auto, psTool::Loop, psTool::Stat, psTool::Best}) {
+            start({{20000}, {80000}});
+            tool.m_method = method;
+            tool.m_initAndCheck = initAndCheck;
+            tool.timing(scriptedLoop, scriptedStat, nullptr, countedInit);
+        }
+    }
+    EXPECT_EQ(calls, "iiiii");
+    for (int method : {psTool::Loop, psTool::Stat}) {
+        tool.setMethodLoop(1);
+        tool.m_method = method;
+        tool.m_setAndUse = true;
+        tool.timing(nullptr, nullptr, countedCall, nullptr);
+    }
+    EXPECT_TRUE(matchesStored("pstool/trace", messages.text()));
 }
 
 TEST_F(PsTool, TheLoopFormCallsOnceMoreThanItMeasures) {
@@ -150,14 +251,30 @@ TEST_F(PsTool, TheStatFormMeasuresEverySecondCall) {
 TEST_F(PsTool, SetAndUseResetsAheadOfEachCall) {
     Resetting object;
     void* const block = psMalloc(8, 0, 0, static_cast<psObject*>(&object));
-    tool.m_setAndUse = true;
-    tool.setMethodLoop(2);
-    EXPECT_EQ(tool.timing(nullptr, nullptr, countedCall, countedInit), psResOk);
-    EXPECT_EQ(calls, "icircirc");
-    calls.clear();
-    tool.setMethodStat(1, 0);
-    EXPECT_EQ(tool.timing(nullptr, nullptr, countedCall, nullptr), psResOk);
-    EXPECT_EQ(calls, "crcc");
+    struct {
+        int method;
+        bool useCalls;
+        char const* plain;
+        char const* reset;
+    } const cases[] = {{psTool::Best, false, "icicic", "icircirc"},
+                       {psTool::Best, true, "iciccicc", "icirccircc"},
+                       {psTool::Loop, true, "icicic", "icircirc"},
+                       {psTool::Stat, false, "iciccicc", "icirccircc"}};
+    for (auto const& row : cases) {
+        for (bool setAndUse : {false, true}) {
+            start({});
+            calls.clear();
+            tool.setMethodBest(2, 2, 0);
+            tool.m_maxLoops = 2; // no iteration behind the first measurement
+            tool.m_method = row.method;
+            tool.m_numLoops = tool.m_minCalls = 2;
+            tool.m_maxClocks = 0;
+            tool.m_useCalls = row.useCalls;
+            tool.m_setAndUse = setAndUse;
+            tool.timing(nullptr, nullptr, countedCall, countedInit);
+            EXPECT_EQ(calls, setAndUse ? row.reset : row.plain) << row.method;
+        }
+    }
     psFree(block);
     psFreeAll();
     // Without a bare call there is nothing to reset for.
@@ -168,21 +285,21 @@ TEST_F(PsTool, SetAndUseResetsAheadOfEachCall) {
 TEST_F(PsTool, TheFixedMethodsTellWhatTheyDid) {
     start({{700, psResFuncWrn}, {1300}});
     tool.setMethodLoop(7);
+    tool.m_useCalls = true; // not by this method
     MessageCapture messages(15);
-    EXPECT_EQ(tool.timing(scriptedLoop, nullptr, nullptr, nullptr), psResFuncWrn);
+    EXPECT_EQ(tool.timing(scriptedLoop, scriptedStat, nullptr, nullptr), psResFuncWrn);
     EXPECT_STREQ(tool.m_comment.c_str(), "nLps=7");
+    EXPECT_EQ(tool.m_actualAccuracy, 0.0);
     tool.setMethodStat(12, 30000000000LL);
     EXPECT_EQ(tool.timing(scriptedLoop, scriptedStat, nullptr, nullptr), psResOk);
     EXPECT_STREQ(tool.m_comment.c_str(), "nCalls=13");
     EXPECT_EQ(tool.m_actualAccuracy, 0.0);
     EXPECT_EQ(askedLoops, (std::vector<int>{7, 12}));
-    EXPECT_EQ(messages.text(), "    Manual method: \n        numLoops   = 7\n"
-                               "        funcClocks = 100\n"
-                               "        result     = lib function warning\n"
-                               "    Statistical method:\n        minCalls   = 12\n"
-                               "        maxClocks  = 30000000000\n"
-                               "        numCalls   = 13\n        funcClocks = 100\n"
-                               "        result     = successfully\n");
+    EXPECT_TRUE(matchesStored("pstool/fixed", messages.text()));
+    start({{700}});
+    tool.setMethodStat(-1, 0); // ends with no call made
+    tool.timing(nullptr, scriptedStat, nullptr, nullptr);
+    EXPECT_EQ(tool.m_funcTicks, 0.0);
     tool.setMethodLoop(3);
     EXPECT_EQ(tool.timing(toolForm), psResDataWrn);
     EXPECT_EQ(calls, "t");
@@ -214,20 +331,42 @@ TEST_F(PsTool, TextsOfClocksAndAccuracy) {
     EXPECT_STREQ(psTool::clockStr(2147483648).c_str(), "2147483640");
     EXPECT_STREQ(psTool::clockStr(30000000000).c_str(), "30000000000");
     EXPECT_STREQ(psTool::getAccuracyStr(0.0005).c_str(), "0.05%");
+    EXPECT_STREQ(psTool::getAccuracyStr(0.001).c_str(), "0.1%");
     EXPECT_STREQ(psTool::getAccuracyStr(500.0).c_str(), "50000.0%");
+}
+
+TEST(PsResult, EachCodeHasAWordAndAText) {
+    std::string text;
+    for (psResult result = -1; result <= psNumResults; ++result) {
+        text += std::string(resultWord(result)) + ", " + resultText(result) + "\n";
+    }
+    EXPECT_TRUE(matchesStored("pstool/results", text));
 }
 
 TEST(PsPriority, OnlyRootChangesItAndGetsItBack) {
     EXPECT_EQ(getPriority("High") + 10 * getPriority("N") + 100 * getPriority("LOW"), 321);
     EXPECT_EQ(getPriority("high") + getPriority(""), 0);
-    int const before = getpriority(PRIO_PROCESS, 0);
-    bool const mayRaise = setpriority(PRIO_PROCESS, 0, before - 1) == 0;
-    setpriority(PRIO_PROCESS, 0, before);
-    if (!mayRaise) {
+    EXPECT_EXIT(
+        {
+            int const old = getpriority(PRIO_PROCESS, 0);
+            bool const asUser = getuid() != 0 || setuid(65534) == 0;
+            psSetPriority(3);
+            _exit(asUser && getpriority(PRIO_PROCESS, 0) == old ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
+    if (!mayRaise()) {
         GTEST_SKIP() << "this user cannot get a lowered priority back";
     }
-    psSetPriority(3);
-    EXPECT_EQ(getpriority(PRIO_PROCESS, 0), 10);
-    psResetPriority();
-    EXPECT_EQ(getpriority(PRIO_PROCESS, 0), before);
+    int const before = getpriority(PRIO_PROCESS, 0);
+    int const niceValues[] = {before, -20, 0, 10, before};
+    for (int priority = 0; priority < 5; ++priority) {
+        psSetPriority(priority);
+        EXPECT_EQ(getpriority(PRIO_PROCESS, 0), niceValues[priority]);
+        psResetPriority();
+        EXPECT_EQ(getpriority(PRIO_PROCESS, 0), before);
+    }
+    setpriority(PRIO_PROCESS, 0, before + 1);
+    psResetPriority(); // of nothing
+    EXPECT_EQ(getpriority(PRIO_PROCESS, 0), before + 1);
+    setpriority(PRIO_PROCESS, 0, before);
 }
