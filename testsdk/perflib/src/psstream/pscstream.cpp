@@ -51,13 +51,13 @@ void psCStream::lineOut(int n) {
     tableOut(n);
     ++lineCount;
     if (identicalCount != 0) {
-        addStore(identicalStore);
+        addStore(identicalStore, columns);
     }
     tableFlush();
 }
 
 void psCStream::linePostpone() {
-    addStore(postponeStore);
+    addStore(postponeStore, columns);
     tableFlush();
 }
 
@@ -129,9 +129,9 @@ bool psCStream::identicalColms(psString const* a, psString const* b, int n) {
     return true;
 }
 
-void psCStream::addStore(psStringList* store) const {
+void psCStream::addStore(psStringList* store, psString const* line) {
     for (int k = 0; k < maxColumns; ++k) {
-        store[k].insert(store[k].end(), columns[k]);
+        store[k].insert(store[k].end(), line[k]);
     }
 }
 

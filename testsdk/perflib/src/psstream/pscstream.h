@@ -30,7 +30,7 @@ public:
     int nextColm = 0; // columns filled so far
 
 private:
-    void addStore(psStringList* store) const;
+    static void addStore(psStringList* store, psString const* line);
     static int getStoreCount(psStringList const* store);
     static void resetStoreIterator(psStringList* store, psStringList::iterator* places);
     static bool getStoreNext(psStringList* store, psString* line, psStringList::iterator* places);

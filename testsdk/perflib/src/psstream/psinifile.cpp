@@ -49,12 +49,12 @@ psSectionItem* psSections::exist(psString const& name) {
 
 psIniFile::~psIniFile() { close(); }
 
-bool psIniFile::open(psString name, bool writable) {
+bool psIniFile::open(psString name, bool forWriting) {
     close();
-    m_fileName = name;
-    m_writable = writable;
+    fileName = name;
+    writable = forWriting;
     // A file that exists and can't be read is no new file: creating it would destroy it.
-    bool const report = !writable || isRegularFile(name);
+    bool const report = !forWriting || isRegularFile(name);
     i_stream input(name, io_stream::Raw | io_stream::Read, report);
     if (input.isOpen()) {
         psSectionItem* current = nullptr;
@@ -65,29 +65,29 @@ bool psIniFile::open(psString name, bool writable) {
         return true;
     }
     if (report) {
-        m_writable = false;
+        writable = false;
         return false;
     }
     o_stream const created(name, io_stream::Raw | io_stream::Write, true);
-    m_writable = created.isOpen();
-    return m_writable;
+    writable = created.isOpen();
+    return writable;
 }
 
-bool psIniFile::sectionExist(psString section) { return m_sections.exist(section) != nullptr; }
+bool psIniFile::sectionExist(psString section) { return sections.exist(section) != nullptr; }
 
 bool psIniFile::valueExist(psString section, psString key) {
-    psSectionItem* const item = m_sections.exist(section);
+    psSectionItem* const item = sections.exist(section);
     return item != nullptr && item->values.exist(key) != nullptr;
 }
 
 psValues* psIniFile::getSectionValues(psString section) {
-    psSectionItem* const item = m_sections.exist(section);
+    psSectionItem* const item = sections.exist(section);
     return item != nullptr ? &item->values : nullptr;
 }
 
 psString psIniFile::read(psString section, psString key, psString defaultValue) {
     key.trim();
-    psSectionItem* const item = m_sections.exist(section);
+    psSectionItem* const item = sections.exist(section);
     psValueItem const* const found = item != nullptr ? item->values.exist(key) : nullptr;
     return found != nullptr ? found->value : defaultValue;
 }
@@ -110,17 +110,17 @@ void psIniFile::write(psString section, psString key) { write(section, key, bare
 void psIniFile::write(psString section) { write(section, "", "", ""); }
 
 void psIniFile::eraseSection(psString section) {
-    for (auto place = m_sections.begin(); place != m_sections.end(); ++place) {
+    for (auto place = sections.begin(); place != sections.end(); ++place) {
         if ((*place)->name == section) {
             delete *place;
-            m_sections.erase(place);
+            sections.erase(place);
             return;
         }
     }
 }
 
 void psIniFile::deleteKey(psString section, psString key) {
-    psSectionItem* const item = m_sections.exist(section);
+    psSectionItem* const item = sections.exist(section);
     if (item == nullptr) {
         return;
     }
@@ -134,11 +134,11 @@ void psIniFile::deleteKey(psString section, psString key) {
 }
 
 void psIniFile::updateFile() {
-    if (!m_writable) {
+    if (!writable) {
         return;
     }
     psString text;
-    for (psSectionItem const* section : m_sections) {
+    for (psSectionItem const* section : sections) {
         text << "\n[" << section->name << "]\n";
         for (psValueItem const* item : section->values) {
             text << item->key;
@@ -151,16 +151,16 @@ void psIniFile::updateFile() {
             text << "\n";
         }
     }
-    (void)psReplaceFile(m_fileName, text); // tells a failure, and leaves the file as it was
+    (void)psReplaceFile(fileName, text); // tells a failure, and leaves the file as it was
 }
 
 void psIniFile::close() {
     updateFile();
-    m_writable = false; // what is forgotten is not to be written
-    for (psSectionItem* item : m_sections) {
+    writable = false; // what is forgotten is not to be written
+    for (psSectionItem* item : sections) {
         delete item;
     }
-    m_sections.clear();
+    sections.clear();
 }
 
 bool psIniFile::getSection(psString line, psString& name) {
@@ -184,11 +184,11 @@ bool psIniFile::getValue(psString line, psString& key, psString& value) {
 }
 
 psSectionItem* psIniFile::provideSection(psString const& name) {
-    psSectionItem* item = m_sections.exist(name);
+    psSectionItem* item = sections.exist(name);
     if (item == nullptr) {
         item = new psSectionItem;
         item->name = name;
-        m_sections.insert(m_sections.end(), item);
+        sections.insert(sections.end(), item);
     }
     return item;
 }

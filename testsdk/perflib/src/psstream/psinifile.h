@@ -48,7 +48,7 @@ public:
 
     // Reads the file. A writable one that does not exist is created. False, told, if that fails;
     // also for a file that exists and can't be read, which is left as it is.
-    bool open(psString name, bool writable);
+    bool open(psString name, bool forWriting);
 
     bool sectionExist(psString section);
     bool valueExist(psString section, psString key);
@@ -74,9 +74,9 @@ private:
     psSectionItem* provideSection(psString const& name); // found, or made
     void takeLine(psString line, psSectionItem*& current);
 
-    psString m_fileName;
-    psSections m_sections;
-    bool m_writable = false;
+    psString fileName;
+    psSections sections;
+    bool writable = false;
 };
 
 #endif
