@@ -129,10 +129,11 @@ ZOLVM_INLINE Two<T> sinhCoshOf(T x) {
 
 // ---- Inverse error functions
 
-// Quantile of the normal distribution for a probability that is 1/2 + middle; tail is the
-// probability of the nearer end. The rational functions are those of Wichura's algorithm AS 241.
+// Quantile of the normal distribution for a probability that is 1/2 + middle; logOfTail is the
+// logarithm of the probability of the nearer end. The rational functions are those of Wichura's
+// algorithm AS 241.
 template <class T>
-ZOLVM_INLINE T normalQuantile(T middle, T tail) {
+ZOLVM_INLINE T normalQuantileOfLog(T middle, T logOfTail) {
     struct Rational {
         double top[8];
         double bottom[8];
@@ -159,7 +160,7 @@ ZOLVM_INLINE T normalQuantile(T middle, T tail) {
          7.86869131145613259100e-4, 1.84631831751005468180e-5, 1.42151175831644588870e-7,
          2.04426310338993978564e-15}};
     bool const isNear = vec_fabs(middle) <= T(0.425);
-    T const r = vec_sqrt(-vec_log(tail));
+    T const r = vec_sqrt(-logOfTail);
     bool const isFar = r > 5;
     T const at = isNear ? T(0.180625) - middle * middle : isFar ? r - 5 : r - T(1.6);
     // One rational function with chosen coefficients costs less than three.
@@ -175,6 +176,10 @@ ZOLVM_INLINE T normalQuantile(T middle, T tail) {
         bottom = bottom * at + under;
     }
     return isNear ? middle * (top / bottom) : vec_copysign(top / bottom, middle);
+}
+template <class T>
+ZOLVM_INLINE T normalQuantile(T middle, T tail) {
+    return normalQuantileOfLog(middle, vec_log(tail));
 }
 
 // One step of Newton's from x towards the inverse of erf at y, where rest = 1 - |y|; both are

@@ -104,14 +104,16 @@ ZOLVM_FAMILY1(Log1p, ::log1p, rulePole | ruleAccurate | ruleTells,
 
 // ---- Powers and roots
 
-// Below this the cube of a cube root would lose its low part.
+// Below the least the cube of a cube root would lose its low part, above the most overflow.
 template <class T>
 constexpr T cubeLeast = bound<T>(minNormal<float>, 0x1p-950);
-ZOLVM_FAMILY1(Cbrt, scalar::cbrt, ruleTells, offBand(x, cubeLeast<T>, maxFinite<T>),
+template <class T>
+constexpr T cubeMost = bound<T>(maxFinite<float>, 0x1p1020);
+ZOLVM_FAMILY1(Cbrt, scalar::cbrt, ruleTells, offBand(x, cubeLeast<T>, cubeMost<T>),
               ZOLVM_BY_KIND(rounded(cbrtPair(x)), vec_cbrt(x));)
-ZOLVM_FAMILY1(InvCbrt, scalar::invCbrt, rulePole, offBand(x, cubeLeast<T>, maxFinite<T>),
+ZOLVM_FAMILY1(InvCbrt, scalar::invCbrt, rulePole, offBand(x, cubeLeast<T>, cubeMost<T>),
               ZOLVM_BY_KIND(rounded(Pair{1.0, 0.0} / cbrtPair(x)), 1 / vec_cbrt(x));)
-ZOLVM_FAMILY1(Pow2o3, scalar::pow2o3, ruleNone, offBand(x, cubeLeast<T>, maxFinite<T>),
+ZOLVM_FAMILY1(Pow2o3, scalar::pow2o3, ruleNone, offBand(x, cubeLeast<T>, cubeMost<T>),
               ZOLVM_BY_KIND(rounded(squareOf(cbrtPair(x))), squareOf(vec_cbrt(x)));)
 ZOLVM_FAMILY1(Pow3o2, scalar::pow3o2, ruleUnderflows,
               offRange(x, bound<T>(0x1p-84, 0x1p-600), bound<T>(0x1p85, 0x1p682)),
@@ -119,12 +121,14 @@ ZOLVM_FAMILY1(Pow3o2, scalar::pow3o2, ruleUnderflows,
 
 // Operations of the processor. Their Cheap forms are estimates of 1 / y or 1 / sqrt(y), in single
 // precision the processor's, y being the last source.
+template <class T>
+constexpr T rootMost = bound<T>(maxFinite<float>, 0x1p1020); // a root's high half is squared
 template <bool root, bool factor>
 struct Estimated {
     static constexpr bool estimated = true;
     template <Kind, class T>
     ZOLVM_INLINE static BitsOf<T> strange(T y) {
-        return root ? offRange(y, bound<T>(minNormal<float>, 0x1p-900), maxFinite<T>)
+        return root ? offRange(y, bound<T>(minNormal<float>, 0x1p-900), rootMost<T>)
                     : offBand(y, minNormal<T>, T(estimateMost<root>));
     }
     template <Kind K, class T>
@@ -224,7 +228,7 @@ ZOLVM_FAMILY1(ErfInv, scalar::erfInv, rulePole, offBand(x, oddLeast<K, T>, below
               T const first = T(sqrtHalf.hi) * normalQuantile(T(0.5) * x, T(0.5) * rest);
               ZOLVM_BY_KIND(rounded(erfInvStep(first, {x, 0.0}, exactSum(1.0, -vec_fabs(x)))),
                             first);)
-ZOLVM_FAMILY1(ErfcInv, scalar::erfcInv, rulePole, offRange(x, minNormal<T>, 2 * belowOne<T>),
+ZOLVM_FAMILY1(ErfcInv, scalar::erfcInv, rulePole, offRange(x, 2 * minNormal<T>, 2 * belowOne<T>),
               T const tail = smaller(x, 2 - x);
               T const first = T(sqrtHalf.hi) * normalQuantile(T(0.5) * (1 - x), T(0.5) * tail);
               ZOLVM_BY_KIND(rounded(erfInvStep(first, exactSum(1.0, -x),

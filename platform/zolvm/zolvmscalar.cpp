@@ -32,16 +32,19 @@ namespace {
 // Zeros, infinities and NaNs go through plain operations, which raise no flag for nothing.
 bool hasDigits(double x) { return std::isfinite(x) && x != 0; }
 
-// The cube root of such a number, times 2^100 so that its low part does not vanish.
+// The cube root of such a number, times 2^100 so that its low part does not vanish. The number is
+// scaled, so that the root's cube stays in range.
 Pair cubeRoot(double x) {
-    return std::fabs(x) < 1 ? cbrtPair(x * 0x1p300) : scaled(cbrtPair(x), 0x1p100);
+    return std::fabs(x) < 1 ? cbrtPair(x * 0x1p300) : scaled(cbrtPair(x * 0x1p-300), 0x1p200);
 }
 
-// x with erfc(x) = q for a small q, which may be denormal: a quantile and a step of Newton's. Both
-// sides of it are multiplied by e^(x^2), which 2^600 out of q keeps in range.
-Pair tailOf(double q) {
-    double const x = sqrtHalf.hi * normalQuantile(0.5 * (1 - q), 0.5 * q);
-    Pair const power = expPair(exactProduct(x, x) - ln2 * 600.0) * (q * 0x1p600);
+// x with erfc(x) = factor * p for a p that may be denormal, while the product or its half may be
+// none: a quantile and a step of Newton's. Both sides of it are multiplied by e^(x^2), which 2^600
+// out of the product keeps in range.
+Pair tailOf(double p, double factor) {
+    double const x = sqrtHalf.hi * normalQuantileOfLog(0.5 * (1 - factor * p),
+                                                       std::log(p) + std::log(0.5 * factor));
+    Pair const power = expPair(exactProduct(x, x) - ln2 * 600.0) * (p * (factor * 0x1p600));
     return quickSum(x, (erfcxPair({x, 0.0}) - power).hi * halfSqrtPi.hi);
 }
 
@@ -79,10 +82,10 @@ double erfInv(double y) {
                        : std::sqrt(-size);
 }
 double erfcInv(double q) {
-    return q > 0 && q < 1 ? rounded(tailOf(q)) : q < 0 ? std::sqrt(q) : erfInv(1 - q);
+    return q > 0 && q < 1 ? rounded(tailOf(q, 1)) : q < 0 ? std::sqrt(q) : erfInv(1 - q);
 }
 double cdfNormInv(double p) {
-    return p > 0 && p < 0.5 ? rounded(tailOf(2 * p) * scaled(sqrtHalf, -2.0))
+    return p > 0 && p < 0.5 ? rounded(tailOf(p, 2) * scaled(sqrtHalf, -2.0))
            : p < 0          ? std::sqrt(p)
                             : erfInv(2 * p - 1);
 }

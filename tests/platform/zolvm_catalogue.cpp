@@ -1,8 +1,10 @@
 // zolvm_catalogue.cpp - the rows come from the library's own header.
 #include "zolvm_catalogue.h"
 
+#include <cmath>
 #include <cstring>
 #include <map>
+#include <random>
 #include <xmmintrin.h>
 
 Traces lastTraces;
@@ -244,4 +246,26 @@ std::vector<Zol64u> runnablePaths() {
         }
     }
     return paths;
+}
+
+Numbers workNumbers(Function const& function, bool second, std::size_t count) {
+    Work const work = workOf(function);
+    std::mt19937 random(second ? 11 : 5);
+    auto const draw = [&](Interval interval) {
+        return std::uniform_real_distribution<>(interval.low, interval.high)(random);
+    };
+    Numbers numbers;
+    for (std::size_t i = 0; i < count; ++i) {
+        double const re = draw(second ? work.second : work.first);
+        double const im = draw(second ? work.secondImaginary : work.firstImaginary);
+        numbers.emplace_back(re, im);
+    }
+    return numbers;
+}
+
+bool sameNumber(double a, double b) {
+    return std::isnan(a) ? std::isnan(b) : a == b && std::signbit(a) == std::signbit(b);
+}
+bool same(std::complex<double> a, std::complex<double> b) {
+    return sameNumber(a.real(), b.real()) && sameNumber(a.imag(), b.imag());
 }

@@ -44,6 +44,11 @@ struct Function {
     int results;
     bool byValue; // the second source is one number
 
+    // The family that a result belongs to: that of SinCos and Modf tells the first one.
+    std::string resultFamily(bool second) const {
+        return !second ? family : family == "Modf" ? "Frac" : "Cos";
+    }
+
     // Calls the function on arrays of its own type, made of the sources. The results of a second
     // destination follow those of the first. The extra elements before the arrays move them off
     // their alignment; inPlace gives the first source as destination, too.
@@ -71,6 +76,13 @@ struct Work {
     Interval secondImaginary;
 };
 Work workOf(Function const& function);
+
+// Numbers for a source of the function, from its Work intervals.
+Numbers workNumbers(Function const& function, bool second, std::size_t count);
+
+// Equal, with the sign of a zero; NaNs are all alike.
+bool sameNumber(double a, double b);
+bool same(std::complex<double> a, std::complex<double> b);
 
 // The masks of the code paths that this machine can run, baseline first.
 std::vector<Zol64u> runnablePaths();

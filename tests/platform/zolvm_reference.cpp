@@ -2,8 +2,11 @@
 // digits to spare for every cancellation.
 #include "zolvm_reference.h"
 
+#include <algorithm>
+#include <cmath>
 #include <map>
 #include <mpfr.h>
+#include <set>
 
 namespace {
 
@@ -89,16 +92,34 @@ Complex sinhOf(Complex const& z) { return half * (exp(z) - exp(Complex{} - z)); 
 Complex coshOf(Complex const& z) { return half * (exp(z) + exp(Complex{} - z)); }
 Complex atanhOf(Complex const& z) { return half * (log(one + z) - log(one - z)); }
 
-// The x with erfc(x) = right and erfc(-x) = left = 2 - right, from a double near it.
-Big erfcInverse(Big const& right, Big const& left, double start) {
+// A step of the third order from x towards what has this error in erf; true if it was tiny.
+bool inverseStep(Big& x, Big const& error) {
     Big const halfRootPi = root(apply(mpfr_acos, Big(-1))) / 2.0;
-    Big const target = start < 0 ? left : right;
-    Big x(start < 0 ? -start : start);
-    for (int step = 0; step < 3; ++step) {
-        Big const delta = (target - apply(mpfr_erfc, x)) * halfRootPi * apply(mpfr_exp, x * x);
-        x = x - delta / (Big(1) + x * delta);
+    Big const delta = error * halfRootPi * apply(mpfr_exp, x * x);
+    x = x - delta / (Big(1) + x * delta);
+    return std::fabs(delta.digits().high) < 1e-40;
+}
+
+// The x with erfc(x) = right and erfc(-x) = left = 2 - right. It starts where the C library's erfc,
+// which falls, comes to the smaller one.
+Big erfcInverse(Big const& right, Big const& left) {
+    bool const negative = mpfr_less_p(left.number, right.number) != 0;
+    Big const target = negative ? left : right;
+    double const tail = target.digits().high;
+    if (!(tail > 0)) {
+        Big const end(tail == 0 ? HUGE_VAL : NAN);
+        return negative ? -end : end;
     }
-    return start < 0 ? -x : x;
+    double low = 0;
+    double high = 28;
+    for (int halving = 0; halving < 30; ++halving) {
+        double const middle = 0.5 * (low + high);
+        (std::erfc(middle) > tail ? low : high) = middle;
+    }
+    Big x(low);
+    while (!inverseStep(x, target - apply(mpfr_erfc, x))) {
+    }
+    return negative ? -x : x;
 }
 
 std::map<std::string, Unary> const unaries = {
@@ -117,7 +138,7 @@ std::map<std::string, Binary> const binaries = {
     {"Add", mpfr_add},     {"Sub", mpfr_sub},     {"Mul", mpfr_mul}, {"Div", mpfr_div},
     {"Atan2", mpfr_atan2}, {"Hypot", mpfr_hypot}, {"Pow", mpfr_pow}, {"Powx", mpfr_pow}};
 
-Big realValue(std::string const& family, double a, double b, double start) {
+Big realValue(std::string const& family, double a, double b) {
     Big const x(a);
     if (auto const found = unaries.find(family); found != unaries.end()) {
         return apply(found->second, x);
@@ -130,29 +151,26 @@ Big realValue(std::string const& family, double a, double b, double start) {
         return apply(mpfr_erfc, -x * rootHalf) / 2.0;
     }
     if (family == "CdfNormInv") {
-        return erfcInverse(Big(2) - x * 2.0, x * 2.0, start * 0.70710678118654757) / rootHalf;
+        return erfcInverse(Big(2) - x * 2.0, x * 2.0) / rootHalf;
     }
-    if (family == "ErfInv" && start < 0.5 && start > -0.5) {
+    if (family == "ErfInv" && a != 0 && std::fabs(a) < 0.5) {
         // The probabilities of the ends would need more digits than there are.
-        Big const halfRootPi = root(apply(mpfr_acos, Big(-1))) / 2.0;
-        Big y(start);
-        for (int step = 0; step < 3; ++step) {
-            Big const delta = (apply(mpfr_erf, y) - x) * halfRootPi * apply(mpfr_exp, y * y);
-            y = y - delta / (Big(1) + y * delta);
+        Big y = x;
+        while (!inverseStep(y, apply(mpfr_erf, y) - x)) {
         }
         return y;
     }
     if (family == "ErfInv") {
-        return erfcInverse(Big(1) - x, Big(1) + x, start);
+        return a == 0 ? x : erfcInverse(Big(1) - x, Big(1) + x);
     }
     if (family == "ErfcInv") {
-        return erfcInverse(x, Big(2) - x, start);
+        return erfcInverse(x, Big(2) - x);
     }
     if (family == "Inv" || family == "InvSqrt" || family == "InvCbrt") {
         return Big(1) / (family == "Inv" ? x : family == "InvSqrt" ? root(x) : apply(mpfr_cbrt, x));
     }
     Big const cubeRoot = apply(mpfr_cbrt, x);
-    return family == "Pow2o3" ? cubeRoot * cubeRoot : x * root(x);
+    return family == "Pow2o3" ? cubeRoot * cubeRoot : apply(mpfr_pow, x, Big(1.5));
 }
 
 Complex complexValue(std::string const& family, Complex const& z, Complex const& w) {
@@ -198,14 +216,46 @@ Complex complexValue(std::string const& family, Complex const& z, Complex const&
     return values.at(family)(z, w);
 }
 
+// Distance of two neighbours at a number of this size.
+double spacing(double size, bool single) {
+    int exponent = 0;
+    std::frexp(size, &exponent);
+    int const least = single ? -125 : -1021;
+    return std::ldexp(1.0, (exponent < least ? least : exponent) - (single ? 24 : 53));
+}
+
 } // namespace
 
 Reference reference(std::string const& family, bool complexSource, std::complex<double> z,
-                    std::complex<double> w, double start) {
+                    std::complex<double> w) {
     if (complexSource || family == "CIS") {
         Complex const value =
             complexValue(family, {Big(z.real()), Big(z.imag())}, {Big(w.real()), Big(w.imag())});
         return {value.re.digits(), value.im.digits()};
     }
-    return {realValue(family, z.real(), w.real(), start).digits(), {0, 0}};
+    return {realValue(family, z.real(), w.real()).digits(), {0, 0}};
+}
+
+double errorOf(std::complex<double> got, Reference const& wanted, Function const& function) {
+    double const re = (got.real() - wanted.re.high) - wanted.re.low;
+    double const im = (got.imag() - wanted.im.high) - wanted.im.low;
+    double const size = std::hypot(wanted.re.high, wanted.im.high);
+    bool const relative = function.accuracy == "A11" || function.accuracy == "A26";
+    double const least = spacing(size, function.single);
+    double const unit = relative ? std::max(size * spacing(1, function.single), least) : least;
+    return std::hypot(re, im) / unit;
+}
+
+double boundOf(Function const& function) {
+    std::map<std::string, double> const bounds = {{"A11", 0x1p12}, {"A21", 4}, {"A24", 1},
+                                                  {"A26", 0x1p26}, {"A50", 4}, {"A53", 1}};
+    static std::set<std::string> const exact = {"Add",       "Sub",   "Sqr",   "Conj",
+                                                "Ceil",      "Floor", "Frac",  "Modf",
+                                                "NearbyInt", "Rint",  "Round", "Trunc"};
+    bool const exactReal =
+        !function.complexSource && (function.family == "Mul" || function.family == "Abs");
+    if (exact.count(function.family) != 0 || exactReal) {
+        return function.complexSource ? 0.7072 : 0.5; // each part is half a unit off at most
+    }
+    return bounds.at(function.accuracy) * (function.complexResult ? 4 : 1);
 }
