@@ -4,7 +4,6 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <map>
 #include <random>
 
 #include <gtest/gtest.h>
