@@ -1,6 +1,7 @@
 #include "psmemory/psmemory.h"
 #include "psstream/psistream.h"
 #include "sessionfixture.h"
+#include "support/storedtext.h"
 
 class PsDialogue : public SessionTest {
 protected:
@@ -24,60 +25,38 @@ protected:
              << psGetVectorAlign() << " " << psGetAlignSrc() << " " << psGetVectorShift();
         return text.c_str();
     }
-
-    static std::string frame(char const* title) { return psSession::getEnterTitle(title).c_str(); }
 };
 
-TEST_F(PsDialogue, EnterTitle) {
-    std::string const star = " *";
-    std::string const edge = star + std::string(77, '*') + "\n";
-    std::string const longTitle(90, 'x');
-    std::string const cases[][2] = {
-        {"abc", std::string(36, ' ') + "abc" + std::string(37, ' ')},
-        {"abcd", std::string(36, ' ') + "abcd" + std::string(36, ' ')},
-        {longTitle, longTitle},
+// Titles, prompts and answers on the console: of each ask level, of each method, and of answers
+// that are no value.
+TEST_F(PsDialogue, WhatTheConsoleShows) {
+    std::pair<std::vector<std::string>, char const*> const cases[] = {
+        {{"-AT"}, ""}, // at the end of the input
+        {{"-AP"}, "8\n"},
+        {{"-AMisalign"}, "\n\n"},
+        {{"-AM", "-dAlignVectorsBy=byte"}, "5\nno\n"},
+        {{"-AAll"}, "Manual\n7\n\nelement\n3\nyes\n"},
+        {{"-AT"}, "Statistic\n4\n500\n"},
+        {{"-AT"}, "Iterative\n2\n64\n100\n10\n"},
+        {{"-AT"}, "Mx\nabc\n"}, // the values stay
+        {{"-B"}, "Manual\n"},
     };
-    for (auto const& [title, line] : cases) {
-        EXPECT_EQ(frame(title.c_str()), edge + star + line + "*\n" + edge) << title;
+    std::string text;
+    for (auto const& [words, typed] : cases) {
+        resetGlobals();
+        answers(typed);
+        psDefault<int> parameter(7, "Common");
+        psRegParm(parameter);
+        text += read(words) + "----\n";
+        EXPECT_EQ(g_istrm.batchMode(), words[0] != "-AAll"); // else each test may ask
     }
-}
-
-TEST_F(PsDialogue, FramesAndPromptsOfEachAskLevel) {
-    std::string const method = frame("Specify timing method, please") +
-                               "\n Method {Auto|Manual|Statistic|Iterative} [Auto] = ";
-    std::string const end = frame("End of common specifications");
-    // Nothing is typed: the console is at its end.
-    EXPECT_EQ(read({"-AT"}), method +
-                                 " Method = Auto\n"
-                                 "\n Accuracy, % [5] =  Accuracy = 5\n"
-                                 " AlignVectorsBy = element\n"
-                                 " VectorAlign = 0\n" +
-                                 end);
-    EXPECT_EQ(read({"-AMisalign"}),
-              " Method = Auto\n"
-              " Accuracy = 5\n" +
-                  frame("Specify vectors alignment, please") +
-                  "\n AlignVectorsBy {byte|element} [element] =  AlignVectorsBy = element\n"
-                  "\n VectorAlign by Element, 0..63 [0] =  VectorAlign = 0\n" +
-                  end);
     // Bit 2 with nothing to ask counts as not asked.
-    EXPECT_EQ(read({"-AP"}).find('*'), std::string::npos);
-    psDefault<int> parameter(7, "Common");
-    psRegParm(parameter);
-    EXPECT_NE(read({"-AP"}).find(frame("Specify common test parameters, please") +
-                                 "\n Common [7] =  Common = 7\n"),
-              std::string::npos);
-    EXPECT_TRUE(g_istrm.batchMode());
-    read({"-AAll"});
-    EXPECT_FALSE(g_istrm.batchMode()); // each test may ask
-}
-
-TEST_F(PsDialogue, BadAnswersKeepTheValue) {
-    answers("Mx\nabc\n");
-    std::string const text = read({"-AT"});
-    EXPECT_NE(text.find("] = -Invalid value of Method = Mx\n Method = Auto\n"), std::string::npos);
-    EXPECT_NE(text.find("] = -Invalid value of Accuracy = abc\n Accuracy = 5\n"),
-              std::string::npos);
+    resetGlobals();
+    text += read({"-AP"}) + "----\n";
+    for (size_t const length : {3U, 4U, 75U, 76U, 77U, 90U}) {
+        text += psSession::getEnterTitle(std::string(length, 'x').c_str()).c_str();
+    }
+    EXPECT_TRUE(matchesStored("ps/dialogue", text));
 }
 
 TEST_F(PsDialogue, MethodsAndAccuracy) {

@@ -1,4 +1,5 @@
 #include "sessionfixture.h"
+#include "support/storedtext.h"
 
 class PsRegister : public SessionTest {};
 
@@ -8,21 +9,32 @@ TEST_F(PsRegister, LibraryStart) {
         parse(std::move(words));
         return shown([] { startZolLibrary(); });
     };
-    std::string const bound = "\nZOL Core library functions have been integrated into PS\n";
-    std::string const threads = "\n--calling zolGetNumThreads: numThreads = 3\n";
-    std::string const features = "\n--calling zolSetCpuFeatures( zolCpuFeaturesAVX=479 )\n";
-    EXPECT_EQ(started({"-B"}), threads + bound);
-    EXPECT_EQ(started({"-TQ7", "-N2"}),
-              features + "--status = zolStsNoErr\n" + threads +
-                  "--calling zolSetNumThreads( 2 )\n--status = zolStsNoErr\n" + bound);
+    std::string text = started({"-B"});
+    text += started({"-TQ7", "-N2"});
     zol_Init = [] { return ZolStatus(-1); };
     zol_SetCpuFeatures = [](Zol64u) { return ZolStatus(-8); };
     zol_SetNumThreads = [](int) { return ZolStatus(36); };
-    EXPECT_EQ(started({"-TQ7", "-N2"}),
-              features +
-                  "--ZOL ERROR. status = -8: Error\n"
-                  "--calling zolInit()\n"
-                  "--ZOL ERROR. status = -1: Error\n" +
-                  threads +
-                  "--calling zolSetNumThreads( 2 )\n--ZOL WARNING. status = 36: Warning\n" + bound);
+    text += started({"-TQ7", "-N2"}); // an error, so that the library starts without
+    for (psVersionFunction const version :
+         {+[]() -> ZolLibraryVersion const* { return nullptr; },
+          +[]() -> ZolLibraryVersion const* {
+              static constexpr ZolLibraryVersion own{1, 2, 3, "libown", "1.2", "today"};
+              return &own;
+          }}) {
+        psRegZolVersion(version);
+    }
+    text += shown([] { setZolLibInfo(); });
+    EXPECT_TRUE(matchesStored("ps/library_start", text));
+    ASSERT_EQ(g_pLibInfoList->size(), 1);
+    EXPECT_STREQ((*g_pLibInfoList->begin()).c_str(), "libown, 1.2, today");
+}
+
+TEST_F(PsRegister, TheSessionThatIsGoneIsNoLongerRegistered) {
+    session = std::make_unique<psSession>();
+    EXPECT_EQ(psRegSession(session.get()), 1);
+    EXPECT_EQ(pSession, session.get());
+    psSession().initSession(); // another one's end changes nothing
+    EXPECT_EQ(pSession, session.get());
+    session.reset();
+    EXPECT_EQ(pSession, nullptr);
 }

@@ -1,12 +1,10 @@
 #include "psstream/psistream.h"
 #include "sessionfixture.h"
+#include "support/storedtext.h"
 
 namespace {
 
 using Names = std::vector<std::string>;
-
-// The lines of a table without those of the report at its start.
-std::string tableOf(std::string const& text) { return text.substr(text.find("\nfunction,") + 1); }
 
 } // namespace
 
@@ -42,41 +40,58 @@ TEST_F(PsSession, RunsSelectedTestsInOrder) {
     }
 }
 
-TEST_F(PsSession, HotColumnAndNamesInTheResultTable) {
-    registerProbes();
-    psRegHotFunction("zolsAbs_64f");
-    run({"-B", "-r", "-q+", "-HONLY"});
-    EXPECT_EQ(ProbeTest::ran, Names{"zolsAbs_64f"});
-    resetGlobals();
-    EXPECT_EQ(tableOf(readFile("perf.csv")),
-              "function,Len/Size,Parm1,Parm2,Parm3,Parm4,Parm5,Parm6,scaleFactor,"
-              "Comment,Clocks,per,Time (usec),MFlops,Interest\n"
-              "zolsAbs_64f,-,-,-,-,-,-,-,-,parmNames,-,-,-,-,-\n"
-              "zolsAbs_64f,-,-,-,-,-,-,-,-,-,100, ,0.1,-,Hot\n");
-}
-
-TEST_F(PsSession, AnEarlyEndKeepsItsFiles) {
-    registerProbes();
-    std::string const help = run({"-h", "-o", "-g"});
-    resetGlobals();
-    EXPECT_EQ(readFile("perf.txt"), help);
-    EXPECT_NE(help.find("QUICK HELP\n"), std::string::npos);
-    EXPECT_TRUE(std::filesystem::exists("perf.end"));
-}
-
-TEST_F(PsSession, CommonParametersAreThoseThatSelectedTestsUse) {
-    registerProbes();
+// Console, tables and signal file of a run with a common parameter and name lines, of the lists,
+// and of a run that ends early.
+TEST_F(PsSession, WholeOutput) {
     psDefault<int> used(1, "Used");
     psDefault<int> unused(2, "Unused");
-    psRegParm(unused);
-    psRegParm(used);
-    ProbeTest::parameters.insert(ProbeTest::parameters.end(), &used);
-    psRegParmFunc([] { ProbeTest::ran.emplace_back("parmFunc"); });
-    std::string const text = run({"-B", "-fSin", "-dUsed=5", "-dUnused=6"});
-    EXPECT_EQ(ProbeTest::ran, (Names{"parmFunc", "zolsSin_32f"}));
-    EXPECT_NE(text.find("\n Used = 5\n"), std::string::npos);
-    EXPECT_EQ(text.find("Unused = "), std::string::npos);
+    std::string text;
+    std::vector<std::string> const runs[] = {
+        {"-B", "-fSin", "-f64f", "-dUsed=5", "-dUnused=6", "-H", "-r", "-q+", "-q", "-u", "-g"},
+        {"-B", "-fzols", "-HONLY", "-rhot"},
+        {"-e", "-r"},
+        {"-v", "-g"}};
+    for (auto const& words : runs) {
+        resetGlobals();
+        registerProbes();
+        psRegHotFunction("zolsAbs_64f");
+        psRegParm(unused);
+        psRegParm(used);
+        ProbeTest::parameters.insert(ProbeTest::parameters.end(), &used);
+        psRegParmFunc([] { ProbeTest::ran.emplace_back("parmFunc"); });
+        text += run(words);
+        EXPECT_EQ(ProbeTest::ran.empty(), words[0] != "-B");
+        EXPECT_TRUE(ProbeTest::ran.empty() || ProbeTest::ran[0] == "parmFunc");
+        resetGlobals();
+        for (char const* file :
+             {"perf.csv", "perf_name.csv", "hot.csv", "perf_sum.csv", "perf.end"}) {
+            if (std::filesystem::exists(file)) {
+                text += std::string("---- ") + file + "\n" + readFile(file);
+                std::filesystem::remove(file);
+            }
+        }
+    }
+    EXPECT_TRUE(matchesStored("ps/run", masked(text)));
     EXPECT_EQ(used.value(), 5);
+}
+
+TEST_F(PsSession, EndsBeforeTheTests) {
+    class Refusing : public psSession {
+        bool startSession() override { return false; }
+    };
+    registerProbes();
+    EXPECT_EQ(run({"-B", "-g"}, std::make_unique<Refusing>()),
+              "Command line options: \n"
+              "-B: batch mode\n"
+              "-g: create file perf.end at the end of PS work\n");
+    EXPECT_EQ(ProbeTest::ran, Names{});
+    EXPECT_TRUE(std::filesystem::exists("perf.end"));
+    resetGlobals();
+    // Whoever waits for the signal file finds the others complete.
+    run({"-h", "-o", "-Ix.ini", "-gx.ini"});
+    EXPECT_TRUE(readFile("x.ini").starts_with("00:00:0")); // written last
+    resetGlobals();
+    EXPECT_NE(readFile("perf.txt").find("QUICK HELP\n"), std::string::npos);
 }
 
 TEST_F(PsSession, WrittenIniFileIsReadBack) {

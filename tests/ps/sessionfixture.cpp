@@ -125,9 +125,9 @@ std::string SessionTest::parse(std::vector<std::string> words) {
     });
 }
 
-std::string SessionTest::run(std::vector<std::string> words) {
+std::string SessionTest::run(std::vector<std::string> words, std::unique_ptr<psSession> runner) {
     std::vector<char*> pointers = arguments(words);
-    session = std::make_unique<psSession>();
+    session = std::move(runner);
     return shown([&] { session->run(static_cast<int>(pointers.size()), pointers.data()); });
 }
 

@@ -44,8 +44,9 @@ protected:
     std::string parse(std::vector<std::string> words);
     bool accepted = false; // what parseCommandLine answered
 
-    // A whole run of a new session over the tests registered.
-    std::string run(std::vector<std::string> words);
+    // A whole run of a session over the tests registered.
+    std::string run(std::vector<std::string> words,
+                    std::unique_ptr<psSession> runner = std::make_unique<psSession>());
 
     static void answers(std::string const& text); // what the console will type
     static void linkLibrary();                    // a library whose calls succeed

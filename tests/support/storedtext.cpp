@@ -2,6 +2,7 @@
 #include "support/storedtext.h"
 
 #include <algorithm>
+#include <regex>
 
 #include "support/tempdirectory.h"
 
@@ -31,4 +32,19 @@ testing::AssertionResult matchesStored(std::string const& name, std::string cons
            << "line " << 1 + std::count(text.begin(), differs.first, '\n') << " of " << path
            << "\n  is     " << lineAt(text, place) << "\n  stored " << lineAt(stored, place)
            << "\nIf the new text is wanted: PS_RENEW_TEXTS=1 ./test.sh, then look at the change.";
+}
+
+std::string masked(std::string const& text) {
+    std::pair<char const*, char const*> const masks[] = {
+        {R"(\w{3} \w{3} [ \d]\d \d\d:\d\d:\d\d \d{4})", "Day Mon dd hh:mm:ss yyyy"},
+        {R"(\w{3} [ \d]\d \d{4})", "Mon dd yyyy"},
+        {R"(\d\d:\d\d:\d\d)", "hh:mm:ss"},
+        {R"(_test,\d+,)", "_test,s,"}, // in the summary
+        {R"((^|\n)(\| )?(CPU|OS|Computer)( +: |,).*)", "$1$2$3$4..."},
+    };
+    std::string result = text;
+    for (auto const& [pattern, mask] : masks) {
+        result = std::regex_replace(result, std::regex(pattern), mask);
+    }
+    return result;
 }
