@@ -1,9 +1,10 @@
-// pscacheiterator_test.cpp - the arithmetic of the adjustments. The trials themselves are driven
-// through the run loop of a test.
+// pscacheiterator_test.cpp - the trials and the arithmetic of the adjustments.
 #include "psparameter/pscacheiterator.h"
 
-#include <gtest/gtest.h>
-#include <iterator>
+#include "pscpu/pszolentry.h"
+#include "psmemory/psmemory.h"
+#include "support/messagecapture.h"
+#include "support/storedtext.h"
 
 namespace {
 
@@ -12,7 +13,86 @@ public:
     SizeParameter(int width, int height) : psDefault_NSC<ZoliSize>({width, height}, "Size") {}
 };
 
+class SizedObject : public psObject {
+public:
+    int objectSize() override { return size; }
+    int size = 0;
+};
+
+bool tellAdjustment(psParameter* parm, int size, int limit, bool bySteps) {
+    g_ostrm << "  adjust " << parm->name() << ": " << size << " to " << limit
+            << (bySteps ? " by steps\n" : "\n");
+    return true;
+}
+
 } // namespace
+
+// In cache: 3276 to 29491 bytes (327 with the band widened); out of it: 34406 and more. The object
+// must not be too small, the blocks of memory not too big.
+TEST(PsCacheIterator, TrialsOfBothPlacements) {
+    struct {
+        char step; // to the placement in cache, out of it, or another trial
+        int object;
+        int block;
+    } const trials[] = {
+        {'i', 0, 100},      {'t', 100, 5000},  {'t', 5000, 40000},
+        {'t', 100, 5000},   {'t', 5000, 100},                   // fits, yet no try is left
+        {'o', 5000, 4000},  {'t', 40000, 100}, {'i', 100, 100}, // nothing of the first time is left
+        {'t', 100, 40000},  {'t', 400, 40000}, {'t', 400, 5000},
+        {'i', 5000, 40000}, {'t', 100, 100}, // the first adjustment does not widen the band
+        {'i', 0, 3275},     {'i', 0, 3276},    {'i', 0, 29491},
+        {'i', 5000, 29492}, {'o', 0, 34405},   {'o', 0, 34406}};
+    psCacheIterator::m_cacheSizeHook = [](int* bytes) {
+        *bytes = 32768;
+        return 0;
+    };
+    MessageCapture messages(MSG_ERR | MSG_PERF);
+    SizedObject object;
+    psDefault<int> parm(32, "Length");
+    psCacheIterator iterator(parm, &object, tellAdjustment);
+    for (auto const& trial : trials) {
+        bool more = trial.step == 't' ? iterator.repeatValue() : iterator.firstValue();
+        more = more && (trial.step != 'o' || iterator.nextValue());
+        object.size = trial.object;
+        void* const block = psMalloc(trial.block, 0, 0, MEM_OBJECT_IS_BUFFER);
+        g_ostrm << "object " << trial.object << " block " << trial.block << " "
+                << iterator.getComment() << (more ? "\n" : " no more\n");
+        g_ostrm << (iterator.validateSize() ? "  fits\n" : "");
+        psFree(block);
+        g_ostrm.setOutLevel(MSG_ERR);
+        iterator.outputInfo(); // what was not shown as it happened
+        g_ostrm.setOutLevel(MSG_ERR | MSG_PERF);
+    }
+    EXPECT_TRUE(matchesStored("psparameter/cache_trials", messages.text()));
+    psCacheIterator::m_cacheSizeHook = [](int*) { return 37; };
+    EXPECT_EQ(psCacheIterator::cacheSize(), 0);
+    psCacheIterator::m_cacheSizeHook = ps_zolGetMaxCacheSizeB;
+}
+
+TEST(PsCacheIterator, ToTheUserItIsTheSizeParameter) {
+    MessageCapture messages(MSG_PERF);
+    psCStream table;
+    StreamCapture const rows(table);
+    psMapDefault<int> parm;
+    parm.add(1, "One");
+    parm.add(2, "Two");
+    parm.init(1, "Length", "Number");
+    psCacheIterator iterator(parm, nullptr, nullptr);
+    psIStream in;
+    in.setData("Length=two");
+    iterator.fromIStream(in);
+    iterator.toOStream(g_ostrm);
+    iterator.toCStream(table);
+    iterator.nameToCStream(table);
+    table.lineOut(0);
+    g_ostrm << iterator.valueString() << "|" << iterator.defaultString() << "|"
+            << iterator.validString() << "|" << iterator.description() << "|" << iterator.prompt();
+    EXPECT_EQ(messages.text(), " Length = Two\nLength=Two Two|Two|One|Two|Length = Two|"
+                               "Number {One|Two}");
+    EXPECT_EQ(rows.text(), "Two,cacheIterator\n");
+    EXPECT_EQ(iterator.cacheParm(), &parm);
+    EXPECT_FALSE(iterator.repeatValue()) << "no adjuster";
+}
 
 TEST(PsCacheIterator, IntegersJumpThenCreep) {
     struct {

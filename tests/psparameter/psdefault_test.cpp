@@ -25,6 +25,10 @@ TEST(PsDefault, NumbersFromText) {
     EXPECT_EQ(parm.value(), -3);
     EXPECT_TRUE(parm.firstValue());
     EXPECT_FALSE(parm.nextValue());
+    EXPECT_TRUE(parm.firstValue());
+    parm.reset();
+    EXPECT_EQ(parm.value(), 0);
+    EXPECT_TRUE(parm.nextValue()) << "the iteration starts anew";
 }
 
 TEST(PsDefault, AlignmentsAreBentToTheLimit) {

@@ -54,6 +54,13 @@ TEST(PsIterator, ListsAndTheirRefusals) {
     sizes.translate("64x32; 8 x 4");
     EXPECT_STREQ(sizes.defaultString().c_str(), "64x32; 8x4");
     EXPECT_EQ(refusal(sizes, "64x32; 16"), "Invalid value of S = 16");
+    list.firstValue();
+    list.reset();
+    EXPECT_FALSE(list.nextValue());
+    EXPECT_EQ(list.value(), 0);
+    list.add(7);
+    list.init("M");
+    EXPECT_STREQ(list.description().c_str(), "M = ");
 }
 
 TEST(PsStepIterator, DefinitionsAndTheirValues) {
@@ -84,6 +91,7 @@ TEST(PsStepIterator, DefinitionsAndTheirValues) {
         step.translate(row.text);
         EXPECT_EQ(walk(step), row.values);
         EXPECT_STREQ(step.description().c_str(), row.description);
+        EXPECT_STREQ(step.prompt().c_str(), row.description[0] == 'f' ? "for S" : "S");
         psStepIterator<int> again; // the default text is itself a valid definition
         again.translate(step.defaultString());
         EXPECT_EQ(walk(again), row.values);

@@ -7,6 +7,7 @@
 #include "pscpu/pszolentry.h"
 #include "psmemory/psmemory.h"
 #include "support/messagecapture.h"
+#include "zo/zosession.h"
 #include "zo/zovector.h"
 
 namespace {
@@ -62,8 +63,31 @@ TEST(ZoTest, NamesOrderUnitsAndKind) {
     EXPECT_LT(test.compareFunc(&complexTest), 0);
     EXPECT_GT(complexTest.compareFunc(&test), 0);
     EXPECT_TRUE(test.isFloatFunction());
+    EXPECT_TRUE(Probe("zolsAbs_64f").isFloatFunction());
+    EXPECT_FALSE(Probe("zolsAbs_16s").isFloatFunction());
     EXPECT_FALSE(Probe("zolsAbs_32f_A24", -1.0).isFloatFunction());
     EXPECT_NE(-1, test.regInfo().find("by PP_MACRO_PS_ macro", 0)) << test.regInfo().c_str();
+    std::string units;
+    for (int index = -1; index <= 8; ++index) {
+        units += std::string(zoTest::unitStr(index).c_str()) + "|";
+    }
+    EXPECT_EQ(" | |e|px|pxch|cpMac|e_kp|px_kp|pxch_kp| |", units);
+    StreamCapture const table(g_cstrm);
+    complexTest.funcToCstrm();
+    g_cstrm.lineOut(0);
+    zoSession().funcTitleToCStream();
+    g_cstrm.lineOut(0);
+    EXPECT_EQ("zolsAbs,32fc,A11\nfuncBase,funcDataType,funcDescriptor\n", table.text());
+}
+
+TEST(ZoTest, EachRunStartsWithTheSameSeedAndAllWarnings) {
+    Probe test("zolsAbs_32f_A24");
+    MessageCapture const quiet(0);
+    zoVector::m_seed = 1;
+    zoTest::m_checkErrorsOnly = true;
+    test.run();
+    EXPECT_EQ(zoVector::startSeed, zoVector::m_seed);
+    EXPECT_FALSE(zoTest::m_checkErrorsOnly);
 }
 
 TEST(ZoTest, TheFirstSizeIsSteeredByTheCache) {

@@ -73,6 +73,12 @@ TEST(ZoVector, LimitsAndFormatsOfEveryType) {
     EXPECT_STREQ("      0.333333", zoVector::getDataString(zo32f, &third, 1).c_str());
     double const fine = -1.0e-7 / 3.0;
     EXPECT_STREQ("  -3.33333333333e-08", zoVector::getDataString(zo64f, &fine, 1).c_str());
+    EXPECT_STREQ("", zoVector::getDataString(zo64f, nullptr, 1).c_str());
+    EXPECT_STREQ("", zoVector::getByteString(nullptr, 1).c_str());
+    EXPECT_EQ(1.0, zoVector::getMinAbsValue(zo16sc));
+    EXPECT_EQ(0x1p-126, zoVector::getMinAbsValue(zo32fc));
+    EXPECT_EQ(0x1p-1022, zoVector::getMinAbsValue(zo64f));
+    EXPECT_EQ(0, zoVector::elementSize(0)); // no type
 }
 
 TEST(ZoVector, ConstantsRoundAndStopAtTheLimits) {
@@ -106,12 +112,21 @@ TEST(ZoVector, FillsByMode) {
     Values const wanted[] = {
         {0, 0, 0, 0}, {5, 6, 5, 6}, {5, 6, 5, 6},  {127, 127, 127, 127}, {-128, -128, -128, -128},
         {5, 6, 5, 6}, {},           {5, 7, 11, 7}, {1, 1, 1, 1}};
+    zoVector vector(zo8sc);
     for (int mode : {0, 1, 2, 3, 4, 5, 7, 8}) {
-        zoVector vector(zo8sc);
         vector.createVector(2, zoVector::setModeConst2, 1.0, 1.0);
         vector.setVector(mode, 5.0, 6.0, 7.0);
         EXPECT_EQ(wanted[mode], values(vector)) << mode;
     }
+    vector.setVector(zoVector::setModeSequence, 127.0, 1.0, 0.0); // stops at the limit
+    EXPECT_EQ((Values{127, 0, 127, 0}), values(vector));
+    vector.setIndex();
+    EXPECT_EQ((Values{0, 0, 1, 0}), values(vector));
+    double re = 1.0;
+    double im = 1.0;
+    vector.getIndex(2, re, im);
+    EXPECT_TRUE(re == 0.0 && im == 0.0) << "outside";
+    EXPECT_EQ(0.0, vector.getIndex(-1));
 }
 
 TEST(ZoVector, SequencesStopOrWrapAtTheLimits) {
@@ -153,6 +168,17 @@ TEST(ZoVector, RandomStreamIsFixed) {
     EXPECT_EQ(-1.0674124211072953, vector.getIndex(1));
     EXPECT_EQ(-2.3654591701924854, vector.getIndex(2));
     EXPECT_EQ(598547721U, zoVector::m_seed);
+    vector.setVector(zoVector::setModeRandom, 0.0, 5.0, 0.0);
+    EXPECT_GT(vector.getIndex(0), 1.0); // of the range given
+    // Without a range: -1 to 1, integers over all they hold.
+    std::pair<zoType, double> const ranges[] = {{zo64f, 1.0}, {zo32f, 1.0}, {zo16s, 32768.0}};
+    for (auto const& [type, most] : ranges) {
+        zoVector ranged(type);
+        ranged.createVector(1000, zoVector::setModeRandom, 0.0, 0.0);
+        Values const all = values(ranged);
+        auto const [low, high] = std::minmax_element(all.begin(), all.end());
+        EXPECT_TRUE(*low >= -most && *low<-0.9 * most&& * high <= most&& * high> 0.9 * most);
+    }
 }
 
 TEST(ZoVector, KeepsACopy) {
@@ -163,6 +189,14 @@ TEST(ZoVector, KeepsACopy) {
     vector.setConst(9.0, 0.0);
     EXPECT_EQ(1, vector.setReservedCopy());
     EXPECT_EQ((Values{1.0, 2.0}), values(vector));
+    EXPECT_EQ(8, vector.objectSize());
+    vector.createVector(1); // the copy went with the data
+    EXPECT_EQ(0, vector.setReservedCopy());
+    vector.deleteVector();
+    EXPECT_EQ(0, vector.reserveCopy());
+    EXPECT_FALSE(vector.createVector(0));
+    EXPECT_FALSE(vector.createVector(0, zoVector::setModeConst, 0.0, 0.0));
+    EXPECT_EQ(0, vector.size());
 }
 
 TEST(ZoVector, BlocksBelongToTheirVector) {
