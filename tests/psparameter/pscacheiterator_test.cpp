@@ -35,13 +35,13 @@ TEST(PsCacheIterator, TrialsOfBothPlacements) {
         int object;
         int block;
     } const trials[] = {
-        {'i', 0, 100},      {'t', 100, 5000},  {'t', 5000, 40000},
-        {'t', 100, 5000},   {'t', 5000, 100},                   // fits, yet no try is left
+        {'i', 0, 100},      {'t', 100, 5000},  {'t', 5000, 40000}, {'t', 100, 5000},
+        {'t', 5000, 100},                                       // fits, yet no try is left
         {'o', 5000, 4000},  {'t', 40000, 100}, {'i', 100, 100}, // nothing of the first time is left
-        {'t', 100, 40000},  {'t', 400, 40000}, {'t', 400, 5000},
+        {'t', 100, 40000},  {'t', 400, 40000}, {'t', 400, 5000},   {'t', 5000, 40000},
         {'i', 5000, 40000}, {'t', 100, 100}, // the first adjustment does not widen the band
-        {'i', 0, 3275},     {'i', 0, 3276},    {'i', 0, 29491},
-        {'i', 5000, 29492}, {'o', 0, 34405},   {'o', 0, 34406}};
+        {'i', 0, 3275},     {'i', 0, 3276},    {'i', 0, 29491},    {'i', 5000, 29492},
+        {'o', 0, 34405},    {'o', 0, 34406}};
     psCacheIterator::m_cacheSizeHook = [](int* bytes) {
         *bytes = 32768;
         return 0;
@@ -116,6 +116,7 @@ TEST(PsCacheIterator, IntegersJumpThenCreep) {
         psDefault<int> parm(row.value, "N");
         psCacheIteratorInt iterator(parm, nullptr, nullptr);
         EXPECT_EQ(iterator.setNewValueToParm(row.size, row.limit, row.bySteps), row.wanted != 0);
+        EXPECT_FALSE(psCacheIteratorSize(parm, nullptr, nullptr).setNewValueToParm(1, 9, true));
         EXPECT_EQ(parm.value(), row.wanted != 0 ? row.wanted : row.value);
     }
 }
@@ -140,6 +141,7 @@ TEST(PsCacheIterator, TwoDimensionsTakeTurns) {
         SizeParameter parm(row.value.width, row.value.height);
         psCacheIteratorSize iterator(parm, nullptr, nullptr);
         EXPECT_EQ(iterator.setNewValueToParm(row.size, row.limit, row.bySteps), row.changed);
+        EXPECT_FALSE(psCacheIteratorInt(parm, nullptr, nullptr).setNewValueToParm(1, 9, true));
         EXPECT_EQ(parm.value().width, row.wanted.width);
         EXPECT_EQ(parm.value().height, row.wanted.height);
     }

@@ -1,13 +1,12 @@
 // vtsfill_test.cpp - operand arrays: their layout, and the fills that a block's lines ask for.
-#include <bit>
 #include <cmath>
 #include <cstdint>
+#include <sstream>
 #include <tuple>
-#include <utility>
 #include <vector>
 
-#include <gmock/gmock.h>
-
+#include "support/storedtext.h"
+#include "vts/vtslines.h"
 #include "vtsfixture.h"
 
 namespace {
@@ -16,22 +15,63 @@ class VtsFill : public VtsFixture {
 protected:
     VtsFill() { vtsAllocData(); }
 
-    // Fills from the first usable line, with a generator that starts at 1.
-    int fill(std::string const& tag, std::string const& lines) {
+    // First and last elements of an operand array that a row of this type uses.
+    static void tell(std::ostream& out, char const* name, void* array, int type, bool scalar) {
+        int const width = !scalar && (type & vtsComplexSource) != 0 ? 2 : 1;
+        int const last = scalar ? 0 : width * defData.n - 1;
+        out << " " << name;
+        for (int i : {0, 1, last - 1, last}) {
+            if (i >= 0 && i <= last) {
+                double const value = (type & vtsSingle) != 0 ? static_cast<float*>(array)[i]
+                                                             : static_cast<double*>(array)[i];
+                out << " " << (std::isnan(value) ? "nan" : testing::PrintToString(value));
+            }
+        }
+    }
+
+    // What every line of a block leaves, with a generator that starts at 1.
+    std::string fills(std::string const& tag, std::string const& lines) {
+        std::ostringstream out;
+        vtsDeAllocData();
+        defData = vtsData();
+        vtsAllocData();
+        memset(defData.arg1, 0, 16 * static_cast<size_t>(defData.n));
         setBlock(tag + "\n" + lines + "\n");
         MCG31m1Init(1);
-        return vtsFillData(0);
+        out << tag << " | " << lines << "\n";
+        while (vtsFillData(0) == 1) {
+            int const type = vtsGetFuncType(0);
+            int const shape = vtsGetFuncShape(0);
+            out << "  " << defData.valuesType << " " << defData.valuesName << " n " << defData.n
+                << " of " << defData.requested << " assign " << defData.assignType << " "
+                << defData.assignTypeImag << " names";
+            for (char const* name :
+                 {defData.srcName1, defData.srcName1Imag, defData.srcName2, defData.srcName2Imag,
+                  defData.resName1, defData.resName1Imag, defData.resName2, defData.resName2Imag,
+                  defData.errName, defData.excName}) {
+                out << " " << (*name != '\0' ? name : "-");
+            }
+            out << " code " << defData.errCodes[0] << " " << defData.errCodes[defData.n - 1];
+            if (defData.assignType <= vtsAssignSpecial) {
+                tell(out, "arg1", defData.arg1, type, false);
+                if (shape == vtsShapeBinary || shape == vtsShapeLinearFrac) {
+                    tell(out, "arg2", defData.arg2, type, false);
+                }
+            }
+            if (shape == vtsShapeLinearFrac) {
+                tell(out, "par", defData.par1, type, true);
+                tell(out, "", defData.par2, type, true);
+                tell(out, "", defData.par3, type, true);
+                tell(out, "", defData.par4, type, true);
+            }
+            out << "\n";
+        }
+        out << "  " << defData.valuesCount << " lines, then " << iBrngMCG31m1() << "\n";
+        return out.str();
     }
-    static float single(void* array, int index) { return static_cast<float*>(array)[index]; }
-    static std::pair<float, float> pair(void* array, int index) {
-        return {single(array, 2 * index), single(array, 2 * index + 1)};
-    }
-    static double dual(void* array, int index) { return static_cast<double*>(array)[index]; }
 };
 
 uintptr_t address(void* pointer) { return reinterpret_cast<uintptr_t>(pointer); }
-
-constexpr double draws[] = {1.0 / 2147483647.0, 1132489760.0 / 2147483647.0};
 
 } // namespace
 
@@ -44,147 +84,85 @@ TEST_F(VtsFill, ArraysLieApartByTheirWidth) {
         EXPECT_EQ(address(defData.arg1) % 65536, 0U);
         EXPECT_LT(address(defData.arg1) - address(defData.block1), 65536U);
         EXPECT_EQ(address(defData.par1) % 65536, 0U);
-        EXPECT_EQ(address(defData.arg2) - address(defData.arg1), width + 512) << n;
-        EXPECT_EQ(address(defData.par4) - address(defData.par1), 3 * (width + 512)) << n;
+        uintptr_t const step = width + 512;
+        EXPECT_EQ(address(defData.arg2) - address(defData.arg1), step) << n;
+        EXPECT_EQ(address(defData.arg3) - address(defData.arg1), 2 * step) << n;
+        EXPECT_EQ(address(defData.arg4) - address(defData.arg1), 3 * step) << n;
+        EXPECT_EQ(address(defData.par2) - address(defData.par1), step) << n;
+        EXPECT_EQ(address(defData.par3) - address(defData.par1), 2 * step) << n;
+        EXPECT_EQ(address(defData.par4) - address(defData.par1), 3 * step) << n;
         EXPECT_EQ(defData.errCodes[n + 1023], 0);
     }
     vtsDeAllocData();
-    EXPECT_EQ(defData.block1, nullptr);
-    EXPECT_EQ(defData.arg3, nullptr);
+    for (void* gone : {defData.block1, defData.arg1, defData.arg2, defData.arg3, defData.arg4,
+                       defData.block2, defData.par1, defData.par2, defData.par3, defData.par4}) {
+        EXPECT_EQ(gone, nullptr);
+    }
     EXPECT_EQ(defData.auxCodes, nullptr);
+    EXPECT_EQ(defData.errCodes, nullptr);
 }
 
 TEST_F(VtsFill, WorkLineGivesThePool) {
     int const row = vtsFindFunc("sHypot_HA");
     vtsBeginFillData(row);
     ASSERT_EQ(vtsFillData(row), 1);
-    EXPECT_STREQ(defData.valuesName, "Work");
-    EXPECT_STREQ(defData.valuesType, "Normal");
-    EXPECT_EQ(defData.n, 2002);
-    EXPECT_EQ(defData.assignType, 1);
     // The second operand goes on where the first one ended.
     MCG31m1Init(1);
     for (void* const operand : {defData.arg1, defData.arg2}) {
         for (int i = 0; i < 2002; ++i) {
-            ASSERT_EQ(single(operand, i), static_cast<float>(-10000.0 + 20000.0 * vtsDraw())) << i;
+            ASSERT_EQ(static_cast<float*>(operand)[i],
+                      static_cast<float>(-10000.0 + 20000.0 * vtsDraw()))
+                << i;
         }
     }
 }
 
-TEST_F(VtsFill, LinesThatAreOffOrFitNoFormArePassedOver) {
-    EXPECT_EQ(fill("dSin_HA", "Normal:\n"
-                              "  Work = [ 0.1 ; 10.0 ] // old\n"
-                              "  Work = [ 0.1 ; 10.0 ] !\n"
-                              "  Special: a = [ 1 ; 2 ]\n"
-                              "  Int_ep = [ 1 ; 2 ]\n"
-                              "  Tight = [1;2]\n"
-                              "  Half = [ 1 ;\n"
-                              "  Empty =\n"
-                              "  Good = [ 3.0 ; 3.0 ] * 0.1"),
-              1);
-    EXPECT_STREQ(defData.valuesName, "Good");
-    EXPECT_STREQ(defData.valuesType, "Special");
-    EXPECT_EQ(defData.valuesCount, 1);
-    EXPECT_EQ(dual(defData.arg1, 999), 3.0);
+TEST_F(VtsFill, EveryFormOfLine) {
+    std::string text;
+    std::pair<char const*, char const*> const cases[] = {
+        // Lines that are off or fit no form are passed over.
+        {"dSin_HA", "Normal:\n  Work = [ 0.1 ; 10.0 ] // old\n  Work = [ 0.1 ; 10.0 ] !\n"
+                    "  Special: a = [ 1 ; 2 ]\n  Int_ep = [ 1 ; 2 ]\n  Tight = [1;2]\n"
+                    "  Half = [ 1 ;\n  Empty =\n  Good = [ 3.0 ; 3.0 ] * 0.1"},
+        {"dSin_HA", "A = for X from -700.0 to 700.0 num 400"}, // a sweep fills nothing
+        {"zSin_HA", "A = for X from 0 to 1"},
+        {"dSin_HA", "A = { 1 }"},
+        {"dSin_HA", "A = ./file"},
+        {"cSin_HA", "A = { 1 } # ./file"},
+        {"zSin_HA", "A = [ 0.0 ] # [ 1 ; 1 ]"}, // the second half alone counts
+        {"zSin_HA", "A = [ 0 ; 1 ] # [ 1 ]"},
+        {"dPow_HA", "A = 1"}, // one operand is missing
+        {"sDiv_HA", "A = PONE"},
+        {"sLinearFrac_HA", "A = [ 1 ; 1 ] & [ 2 ; 2 ]\nA = 1 & 2\nA = PONE & PONE -> PONE"},
+        {"sSin", "A = [ 1 ; 2 ] * 2.0\nA = [ 1 ; 2 ]\nA = [ 1 ; 2 ] * 0.1\nA = [ 1 ; 2 ] * 0.0001"},
+        {"cDiv_HA", "A = [ 1 ; 1 ] & [ 2 ; 2 ] # [ 3 ; 3 ] & [ 4 ; 4 ]"},
+        {"zSin_HA", "A = [ 0.0 ; 1.0 ]"}, // without "#" both halves are drawn from the same text
+        {"cSin_HA", "A = [ 0.0 ; 1.0 ]"},
+        {"cCIS_HA", "A = [ 1 ; 1 ] # [ 3 ; 3 ]"}, // a real source: the second fill stands
+        {"dPow_HA", "A = 0x41153ef879f0f3e3 & -2.5 * 0.1"},
+        {"sPow_HA", "A = 0x41153ef8 & -2.5 * 0.1"},
+        {"cSin_HA", "A = 1 # 0x40000000"},
+        {"zMul_HA", "A = 1 & 2 # 3 & 4"},
+        {"sLinearFrac_HA", "A = [ 1 ; 1 ] & [ 2 ; 2 ] & [ 3 ; 3 ] & [ 4 ; 4 ] & [ 5 ; 5 ] & [ 6 ; "
+                           "6 ]"},
+        {"dLinearFrac_HA", "A = [ 1 ; 1 ] & [ 2 ; 2 ] & [ 3 ; 3 ] & [ 4 ; 4 ] & [ 5 ; 5 ] & [ 6 ; "
+                           "9 ]"},
+        {"sDiv_HA", "A = PONE & NZERO -> NINF ( SING / ZERODIVIDE ) * 0.1\n"
+                    "B = PTWO & PONE -> PTWO * 0.1\nC = [ 1 ; 2 ] & [ 1 ; 2 ]"},
+        {"dDiv_HA", "A = PONE & NZERO -> NINF ( SING / ZERODIVIDE )\nB = 1 & 2"},
+        {"dModf", "A = PONEHALF -> PONE & PHALF ( 0 / INEXACT )"},
+        {"zSin_HA", "A = NINF_iPONE -> QNAN_iQNAN ( ERRDOM / INVALID ) * 0.1"},
+        // In two halves each has names of its own, and a name of one half gives zeros.
+        {"cSin_HA", "A = LTZERO -> QNAN # SNAN -> PONE ( 0 / INVALID ) * 0.1"},
+        {"cMul_HA", "A = PONE_iPTWO & PTWO_iPONE -> ZERO"}};
+    for (auto const& [tag, lines] : cases) {
+        text += fills(tag, lines);
+    }
+    for (float const details : {5.0F, 0.001F, 9000.0F}) { // of the last one the count is no more
+        defParam.details = details;
+        text += fills("sSin", "A = [ 1 ; 2 ] * 2.0");
+    }
+    EXPECT_TRUE(matchesStored("vts/fill", text + printed));
     setBlock("dSin_HA\n  Last = [ 1 ; 2 ]"); // no newline: no line
     EXPECT_EQ(vtsFillData(0), 0);
-}
-
-TEST_F(VtsFill, FormsThatFitARow) {
-    EXPECT_EQ(fill("dSin_HA", "A = for X from -700.0 to 700.0 num 400"), 1);
-    EXPECT_EQ(iBrngMCG31m1(), 1U); // a sweep fills nothing
-    std::vector<std::tuple<char const*, char const*, int>> const cases = {
-        {"zSin_HA", "A = for X from 0 to 1", 0},
-        {"dSin_HA", "A = { 1 }", 1},
-        {"zSin_HA", "A = [ 0.0 ] # [ 1 ; 1 ]", 1}, // the second half alone counts
-        {"zSin_HA", "A = [ 0 ; 1 ] # [ 1 ]", 0},
-        {"dPow_HA", "A = 1", 0}, // one operand is missing
-        {"sDiv_HA", "A = PONE", 0},
-        {"sLinearFrac_HA", "A = [ 1 ; 1 ] & [ 2 ; 2 ]", 0},
-        {"sLinearFrac_HA", "A = 1 & 2", 0},
-        {"sLinearFrac_HA", "A = PONE & PONE -> PONE", 0}};
-    for (auto const& [tag, line, verdict] : cases) {
-        EXPECT_EQ(fill(tag, line), verdict) << tag << " " << line;
-    }
-}
-
-TEST_F(VtsFill, WeightAndDetailsGiveTheCount) {
-    std::vector<std::tuple<float, char const*, int>> const cases = {
-        {5.0F, "A = [ 1 ; 2 ] * 2.0", 10010},
-        {1.0F, "A = [ 1 ; 2 ]", 1001},
-        {0.001F, "A = [ 1 ; 2 ] * 0.25", 1001},  // 0: as it was
-        {9000.0F, "A = [ 1 ; 2 ] * 1000", 1001}, // above the limit
-        {1.0F, "A = [ 1 ; 2 ] * 0.1", 1000}};
-    for (auto const& [details, line, n] : cases) {
-        defParam.details = details;
-        EXPECT_EQ(fill("sSin", line), 1);
-        EXPECT_EQ(defData.n, n) << details;
-        EXPECT_EQ(defData.requested, n == 1000 ? 100 : n) << details;
-    }
-}
-
-TEST_F(VtsFill, ComplexIntervalsFillHalfByHalf) {
-    ASSERT_EQ(fill("cDiv_HA", "A = [ 1 ; 1 ] & [ 2 ; 2 ] # [ 3 ; 3 ] & [ 4 ; 4 ]"), 1);
-    EXPECT_THAT(pair(defData.arg1, 0), testing::Pair(1.0F, 3.0F));
-    EXPECT_THAT(pair(defData.arg2, 1000), testing::Pair(2.0F, 4.0F));
-    // Without "#" both halves are drawn from the same text.
-    ASSERT_EQ(fill("zSin_HA", "A = [ 0.0 ; 1.0 ]"), 1);
-    EXPECT_EQ(dual(defData.arg1, 0), draws[0]);
-    EXPECT_EQ(dual(defData.arg1, 2), draws[1]);
-    // A real source with a complex result: the imaginary text's fill stands.
-    ASSERT_EQ(fill("cCIS_HA", "A = [ 1 ; 1 ] # [ 3 ; 3 ]"), 1);
-    EXPECT_THAT(pair(defData.arg1, 0), testing::Pair(3.0F, 3.0F));
-}
-
-TEST_F(VtsFill, FixedLinesAndScalarParameters) {
-    ASSERT_EQ(fill("dPow_HA", "A = 0x41153ef879f0f3e3 & -2.5 * 0.1"), 1);
-    EXPECT_EQ(std::bit_cast<uint64_t>(dual(defData.arg1, 999)), 0x41153ef879f0f3e3U);
-    EXPECT_EQ(dual(defData.arg2, 0), -2.5);
-    ASSERT_EQ(fill("cSin_HA", "A = 1 # 0x40000000"), 1);
-    EXPECT_THAT(pair(defData.arg1, 0), testing::Pair(1.0F, 2.0F));
-    ASSERT_EQ(fill("sLinearFrac_HA", "A = [ 1 ; 1 ] & [ 2 ; 2 ] & [ 3 ; 3 ] & [ 4 ; 4 ] & "
-                                     "[ 5 ; 5 ] & [ 6 ; 6 ]"),
-              1);
-    EXPECT_EQ(single(defData.arg2, 7), 2.0F);
-    EXPECT_EQ(single(defData.par1, 0), 3.0F);
-    EXPECT_EQ(single(defData.par4, 0), 6.0F);
-}
-
-TEST_F(VtsFill, SpecialLinesGiveNamesCodesAndValues) {
-    ASSERT_EQ(fill("sDiv_HA", "A = PONE & NZERO -> NINF ( SING / ZERODIVIDE ) * 0.1\n"
-                              "B = PTWO & PONE -> PTWO * 0.1\n"
-                              "C = [ 1 ; 2 ] & [ 1 ; 2 ]"),
-              1);
-    EXPECT_STREQ(defData.srcName1, "PONE");
-    EXPECT_STREQ(defData.srcName2, "NZERO");
-    EXPECT_STREQ(defData.resName1, "NINF");
-    EXPECT_STREQ(defData.errName, "SING");
-    EXPECT_STREQ(defData.excName, "ZERODIVIDE");
-    EXPECT_EQ(defData.errCodes[999], 18);
-    EXPECT_EQ(single(defData.arg1, 999), 1.0F);
-    EXPECT_TRUE(std::signbit(single(defData.arg2, 0)));
-    ASSERT_EQ(vtsFillData(0), 1); // a line without a clause expects no error
-    EXPECT_STREQ(defData.errName, "");
-    EXPECT_EQ(defData.errCodes[0], 0);
-    ASSERT_EQ(vtsFillData(0), 1);
-    EXPECT_STREQ(defData.resName1, ""); // intervals expect nothing
-    ASSERT_EQ(fill("dModf", "A = PONEHALF -> PONE & PHALF ( 0 / INEXACT )"), 1);
-    EXPECT_STREQ(defData.resName2, "PHALF");
-    EXPECT_STREQ(defData.excName, "INEXACT");
-}
-
-TEST_F(VtsFill, ComplexSpecialLines) {
-    ASSERT_EQ(fill("zSin_HA", "A = NINF_iPONE -> QNAN_iQNAN ( ERRDOM / INVALID ) * 0.1"), 1);
-    EXPECT_EQ(dual(defData.arg1, 1998), -HUGE_VAL);
-    EXPECT_EQ(dual(defData.arg1, 1999), 1.0);
-    EXPECT_STREQ(defData.srcName1Imag, "NINF_iPONE");
-    EXPECT_EQ(defData.errCodes[0], 19);
-    // In two halves each has names of its own, and a name of one half gives zeros.
-    ASSERT_EQ(fill("cSin_HA", "A = LTZERO -> QNAN # SNAN -> PONE ( 0 / INVALID ) * 0.1"), 1);
-    EXPECT_STREQ(defData.srcName1, "LTZERO");
-    EXPECT_STREQ(defData.srcName1Imag, "SNAN");
-    EXPECT_STREQ(defData.resName1, "QNAN");
-    EXPECT_STREQ(defData.resName1Imag, "PONE");
-    EXPECT_EQ(single(defData.arg1, 0), 0.0F);
-    EXPECT_EQ(printed, "");
 }
