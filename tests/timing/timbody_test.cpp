@@ -10,12 +10,14 @@ namespace {
 struct Calls {
     std::vector<void const*> arguments; // of the last call
     std::vector<int> lengths;           // of every call
+    std::vector<bool> clear;            // the status before each call of unary
 };
 Calls calls;
 
 ZolStatus unary(float const* source, float* destination, int length) {
     calls.arguments = {source, destination};
     calls.lengths.push_back(length);
+    calls.clear.push_back((ps_get_ssx() & 0x603fU) == 0);
     ps_set_ssx(0x2001, 0x6001); // a rounding mode and a flag left behind
     return zolStsNullPtrErr;    // nobody looks at it
 }
@@ -58,11 +60,16 @@ protected:
 } // namespace
 
 TEST_F(TimBody, SixteenCallsToWarmUpThenTheLoops) {
+    ps_set_ssx(0x2001, 0x6001);
     EXPECT_EQ(run("sTest", unary, 5), psResOk);
     EXPECT_EQ(calls.lengths, std::vector<int>(16 + 5, 32));
     EXPECT_EQ(calls.arguments, (std::vector<void const*>{pSrc, pDst}));
     EXPECT_GT(tool.m_numClocks, 0);
-    EXPECT_EQ(ps_get_ssx() & 0x603fU, 0U); // the status is cleared behind the calls
+    // The status is cleared before, between and behind the calls.
+    std::vector<bool> clear(16 + 5, false);
+    clear[0] = clear[16] = true;
+    EXPECT_EQ(calls.clear, clear);
+    EXPECT_EQ(ps_get_ssx() & 0x603fU, 0U);
     EXPECT_EQ(console(), "");
     EXPECT_EQ(run("sTest", unary, 0), psResOk);
     EXPECT_EQ(calls.lengths.size(), 16U + 5 + 16);

@@ -7,6 +7,7 @@
 #include <typeindex>
 
 #include "ps/psregister.h"
+#include "pscpu/pszolentry.h"
 #include "timing/timfixture.h"
 #include "vts/vtspowx.h"
 #include "zo/zoenvironment.h"
@@ -45,6 +46,15 @@ TEST_F(TimRegister, EachTestFindsTheRowOfItsFunction) {
     EXPECT_EQ(sines, "32f_A11 32f_A21 32f_A24 64f_A26 64f_A50 64f_A53 "
                      "32fc_A11 32fc_A21 32fc_A24 64fc_A26 64fc_A50 64fc_A53 ");
     EXPECT_EQ(zolEnvironment, zoSetZolEnvironment);
+    zoSetZolEnvironment();
+    EXPECT_EQ(zol_Init, zolInit);
+    EXPECT_EQ(zol_GetCpuFeatures, zolGetCpuFeatures);
+    EXPECT_EQ(zol_GetEnabledCpuFeatures, zolGetEnabledCpuFeatures);
+    EXPECT_EQ(zol_SetCpuFeatures, zolSetCpuFeatures);
+    EXPECT_EQ(zol_GetMaxCacheSizeB, zolGetMaxCacheSizeB);
+    EXPECT_EQ(zol_GetStatusString, zolGetStatusString);
+    EXPECT_EQ(zol_SetNumThreads, zolSetNumThreads);
+    EXPECT_EQ(zol_GetNumThreads, zolGetNumThreads);
     ASSERT_NE(zolVersionList, nullptr);
     EXPECT_EQ(*zolVersionList->begin(), zoGetZolVersion_zolvm);
 }

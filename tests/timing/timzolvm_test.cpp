@@ -120,3 +120,22 @@ TEST_F(TimZolVMTest, NoStartWithoutRowOrFunction) {
     EXPECT_EQ(console(), "Cannot find inc file for function: sNope_HA"
                          "-- Function zolsTest_32f is missing in the library\n");
 }
+
+#ifndef __SANITIZE_ADDRESS__ // which ends the process instead
+TEST_F(TimZolVMTest, MissingMemoryIsTold) {
+    class Greedy : public TimReal32 {
+    public:
+        using TimReal32::TimReal32;
+        bool start(size_t source, size_t result, size_t scalar) {
+            return allocateAll(source, result, scalar);
+        }
+    };
+    auto test = make<Greedy>("sAbs");
+    testing::internal::CaptureStdout();
+    constexpr size_t much = 1ULL << 40U;
+    EXPECT_FALSE(test.start(much, 4, 4) || test.start(4, much, 0) || test.start(4, 4, much << 20U));
+    fflush(stdout);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "Malloc failed!\nMalloc failed!\nMalloc failed!\n");
+}
+#endif

@@ -135,6 +135,8 @@ TEST(ZoFunc, Descriptors) {
         zoFunc const f(name);
         bool alpha[2] = {};
         bool plane[2] = {};
+        psString names[2];
+        f.getChannelsName(names[0], names[1]);
         f.getAlpha(alpha[0], alpha[1]);
         f.getPlanes(plane[0], plane[1]);
         psString flags;
@@ -146,8 +148,8 @@ TEST(ZoFunc, Descriptors) {
                 sideText(f.channelsName(1), f.channels(1), f.alpha(1), f.plane(1)),
             sideText(f.srcChannelsName(), f.srcChannels(), f.srcAlpha(), f.srcPlane()) + " " +
                 sideText(f.dstChannelsName(), f.dstChannels(), f.dstAlpha(), f.dstPlane()),
-            sideText(f.channelsName(zoSrc2), f.channels(zoSrc2), alpha[0], plane[0]) + " " +
-                sideText(f.channelsName(zoDst), f.channels(zoDst), alpha[1], plane[1])};
+            sideText(names[0], f.channels(zoSrc2), alpha[0], plane[0]) + " " +
+                sideText(names[1], f.channels(zoDst), alpha[1], plane[1])};
         for (psString const& sides : told) {
             EXPECT_STREQ(wanted, (sides + flags).c_str()) << name;
         }
