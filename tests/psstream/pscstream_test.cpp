@@ -74,6 +74,20 @@ TEST_F(PsCStream, ReportsTheFirstRepeatByItsLines) {
     line("same", "2");
     EXPECT_FALSE(table.identicalLinesStop());
     EXPECT_EQ(console(), warning + warning);
+    line("same", "1"); // nobody watches
+    line("same", "1");
+    EXPECT_FALSE(table.identicalLinesStop());
+    table.identicalLinesStart(1);
+    line("same", "1");
+    table.identicalLinesStart(1); // begins anew
+    line("same", "1");
+    EXPECT_FALSE(table.identicalLinesStop());
+    for (auto const& [columns, found] : {std::pair{-1, false}, {100, true}}) { // of 32
+        table.identicalLinesStart(columns);
+        line("same", "1");
+        line("same", "1");
+        EXPECT_EQ(table.identicalLinesStop(), found) << columns;
+    }
 }
 
 } // namespace

@@ -73,6 +73,39 @@ TEST_F(PsIniFile, ChangesMemoryAndWritesWhenAsked) {
               "\n[old]\nkeep=5\n\n[new]\nvalue=8\t// seven\nbare\n\n[empty]\n");
 }
 
+TEST_F(PsIniFile, LeavesAloneWhatItMayOnlyRead) {
+    std::string const text = "[a] // note\nk=1\n";
+    fill("ini", text);
+    {
+        psIniFile ini;
+        ASSERT_TRUE(ini.open(path("ini").c_str(), false));
+        EXPECT_TRUE(ini.sectionExist("a") && ini.valueExist("a", "k"));
+        EXPECT_FALSE(ini.sectionExist("k") || ini.valueExist("a", " k") ||
+                     ini.valueExist("b", "k"));
+        EXPECT_TRUE(ini.getSectionValues("a") != nullptr && ini.getSectionValues("b") == nullptr);
+        ini.write("a", "k", "2", "");
+        ini.updateFile();
+    }
+    EXPECT_EQ(content(path("ini")), text);
+    EXPECT_FALSE(psIniFile().open(path("none").c_str(), false));
+    EXPECT_EQ(files(), 1);
+    // A file that can be written and not read, for other users than root.
+    namespace fs = std::filesystem;
+    fs::permissions(path(""), fs::perms::all);
+    fs::permissions(path("ini"), fs::perms::owner_write | fs::perms::others_write);
+    bool const root = geteuid() == 0;
+    EXPECT_EQ(root ? seteuid(65534) : 0, 0);
+    psIniFile secret;
+    EXPECT_FALSE(secret.open(path("ini").c_str(), true));
+    secret.write("b");
+    secret.close();
+    EXPECT_EQ(root ? seteuid(0) : 0, 0);
+    fs::permissions(path("ini"), fs::perms::owner_all);
+    EXPECT_EQ(content(path("ini")), text);
+    EXPECT_EQ(console(), "-- Can't open file " + path("none") + " to read: \n-- Can't open file " +
+                             path("ini") + " to read: \n");
+}
+
 TEST_F(PsIniFile, LosesNothingWhenTheFileCanNoLongerBeWritten) {
     std::filesystem::create_directory(path("dir"));
     psIniFile ini;

@@ -39,6 +39,22 @@ TEST_F(PsIStream, AsksDataThenIniFileThenConsoleThenDefault) {
     EXPECT_EQ(item("Steps"), "def/0");
 }
 
+TEST_F(PsIStream, IniFileStandsWhereTheHookSaysUntilItIsDeleted) {
+    static std::string folder;
+    folder = path("");
+    auto* const hook = io_stream::inPathHook;
+    io_stream::inPathHook = [](psString name) { return psString(folder.c_str()) + name; };
+    EXPECT_TRUE(input.setIniFile("ini", true));
+    io_stream::inPathHook = hook;
+    EXPECT_TRUE(input.savesToIni() && input.hasIniFile());
+    EXPECT_EQ(item("Length"), "def/0");
+    input.deleteIniFile();
+    EXPECT_EQ(content(path("ini")), "\n[Perf System]\nLength=def\t// comment\n");
+    EXPECT_FALSE(input.savesToIni() || input.hasIniFile());
+    input.setIniFile(path("ini").c_str(), false);
+    EXPECT_FALSE(input.savesToIni());
+}
+
 TEST(PsDataList, KeepsTheLastOfEqualKeysAtTheEnd) {
     psDataList list;
     for (char const* text : {"a=1", " b = 2 ", "a=b=c", "=x", "flag"}) {

@@ -28,6 +28,10 @@ TEST_F(PsTrace, PrintsBothLinesOfACallWithItsIndent) {
                          "******* trace into   inner\n"
                          "******* trace out of inner\n"
                          "****** trace out of outer\n");
+    g_ostrm.setOutLevel(127 - MSG_TRACE);
+    trace.traceIn("silent");
+    trace.traceOut("silent");
+    EXPECT_TRUE(console().ends_with("outer\n"));
 }
 
 TEST_F(PsTrace, ClosesWhatAJumpLeftOpenAndKeepsItsState) {

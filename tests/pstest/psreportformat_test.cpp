@@ -11,12 +11,15 @@ TEST(PsReportFormat, PlacesItemsByColumn) {
     EXPECT_STREQ("  x\n", form.getLine("x").c_str()); // not open: no bars
     EXPECT_EQ(std::string("+").append(77, '-') + "+\n", form.firstLine().c_str());
     std::string const wide(76, 'x'); // from column 2 to 77
+    std::string const wide3 = wide + "xxx";
     std::string const value(61, '1');
     char const* const cases[][5] = {
         // label, separator, value, right-hand text, the line without padding and closing bar
         {"Test", ":", "", "", "| Test      :"},
         // A label that reaches a column pushes what stands there one blank on.
         {"Description", ":", "value", "", "| Description : value"},
+        // A right-hand text that is longer than the line is left out.
+        {"Test", ":", "", wide3.c_str(), "| Test      :"},
     };
     for (auto const& [label, separator, text, right, shown] : cases) {
         std::string line = shown;

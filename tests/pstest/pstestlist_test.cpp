@@ -1,4 +1,7 @@
 // pstestlist_test.cpp - order, choice and count of tests.
+#include <csignal>
+
+#include "psbase/psexception.h"
 #include "runfixture.h"
 
 namespace {
@@ -89,4 +92,63 @@ TEST_F(PsTestList, CountsAddUpToTheirFamilies) {
     for (int code = 0; code < psNumResults; ++code) {
         EXPECT_EQ(list.m_numResult[code], wanted[code]) << code;
     }
+}
+
+TEST_F(PsTestList, CommonParametersAreThoseThatSelectedTestsUse) {
+    psDefault<int> used(1, "Used");
+    psDefault<int> unused(2, "Unused");
+    psIterator<int> size;
+    size.init("Size");
+    class Cached : public ScriptedTest {
+    public:
+        explicit Cached(psIterator<int>& parm) : ScriptedTest("zCached"), m_parm(parm) {}
+        bool canStart() override {
+            regCacheParm(m_parm, nullptr, nullptr);
+            return true;
+        }
+
+    private:
+        psIterator<int>& m_parm;
+    };
+    std::string started;
+    for (char const* name :
+         {"other", "zThrows", "zSignals", "zUses", "zCached", "zLast", "zNever"}) {
+        std::string const text = name;
+        if (text == "zCached") {
+            list.insert(list.end(), new Cached(size));
+            continue;
+        }
+        ScriptedTest& test = add(name);
+        test.onStart = [&started, text] {
+            started += text + " ";
+            if (text == "zThrows") {
+                throw psException(psString("no"));
+            }
+            return text != "zSignals" || raise(SIGFPE) != 0;
+        };
+        if (text == "zUses") {
+            test.registered.insert(test.registered.end(), &used);
+        }
+    }
+    conditions.insert(conditions.end(), new RunCondition_f("z"));
+    psTest::m_cache = true;
+    psList<psParameter*> common;
+    for (psParameter* parm : std::initializer_list<psParameter*>{&used, &unused, &size}) {
+        common.insert(common.end(), parm);
+    }
+    list.selectCommonParms(conditions, common);
+    EXPECT_EQ(started, "zThrows zSignals zUses zLast zNever ");
+    EXPECT_EQ(common.size(), 2);
+    EXPECT_TRUE(used.m_toRead && size.m_toRead && !unused.m_toRead);
+    EXPECT_EQ(g_ostrm.getOutLevel(), 7);
+    EXPECT_EQ(lines(), "--ZOL. Exception: no in startAndStop of zThrows test\n"
+                       "--ZOL. Signal: FP error, such as overflow, division by zero, invalid "
+                       "operation. in startAndStop of zSignals test\n");
+    started.clear();
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+    list.selectCommonParms(conditions, common); // all are found before the last test
+    EXPECT_EQ(started, "zThrows zSignals zUses zLast ");
+    sigprocmask(SIG_SETMASK, &none, nullptr);
 }

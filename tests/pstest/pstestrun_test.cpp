@@ -120,25 +120,41 @@ TEST_F(PsTestRun, DuplicateAndDeprecatedRows) {
                             "-- Warning: duplicate lines in performance table (csv-file)\n");
 }
 
-TEST_F(PsTestRun, SignalEndsTheTestAndTheNextOneRuns) {
-    g_ostrm.setOutLevel(3);
-    int const msgLevel = g_ostrm.getMsgLevel();
-    test.onTiming = [] {
+TEST_F(PsTestRun, SignalsAndExceptionsEndTheTestAndTheNextOneRuns) {
+    auto const fault = [] {
         g_ostrm << MSG_INFO; // a message that is left open
         raise(SIGFPE);
-        return psResult{psResOk};
+        return true;
     };
-    expectRun(psResExcptFail, "--ZOL. Signal: FP error, such as overflow, division by zero, "
-                              "invalid operation. in runTiming\n");
-    sigset_t none; // the signal is left blocked, which a repeat of this test would meet
-    sigemptyset(&none);
-    sigprocmask(SIG_SETMASK, &none, nullptr);
-    EXPECT_EQ(g_ostrm.getOutLevel(), 3);
-    EXPECT_EQ(g_ostrm.getMsgLevel(), msgLevel);
-    EXPECT_EQ(ScriptedTest("zNext").run(), psResOk);
-
-    g_ostrm.setOutLevel(7);
-    test.onData = []() -> bool { throw psException(psString("no such data")); };
-    test.onFlush = [] { FAIL(); };
-    expectRun(psResExcptFail, "--ZOL. Exception: no such data in initData\n");
+    auto const refuse = []() -> bool { throw psException(psString("no such data")); };
+    std::pair<char const*, void (*)(ScriptedTest&, std::function<bool()>)> const hooks[] = {
+        {"canStart", [](ScriptedTest& t, std::function<bool()> act) { t.onStart = act; }},
+        {"initData", [](ScriptedTest& t, std::function<bool()> act) { t.onData = act; }},
+        {"runTiming",
+         [](ScriptedTest& t,
+            std::function<bool()> act) { t.onTiming = [act] { return psResult{act()}; }; }},
+        {"flushData", [](ScriptedTest& t, std::function<bool()> act) { t.onFlush = act; }},
+    };
+    g_ostrm.setOutLevel(3);
+    MessageLevel const msgLevel = g_ostrm.getMsgLevel();
+    for (auto const& [name, hook] : hooks) {
+        for (bool const signal : {true, false}) {
+            ScriptedTest broken;
+            addParm(broken, list);
+            hook(broken, signal ? std::function<bool()>(fault) : refuse);
+            EXPECT_EQ(broken.run(), psResExcptFail);
+            EXPECT_TRUE(lines().ends_with(
+                (signal ? "--ZOL. Signal: FP error, such as overflow, division by zero, invalid "
+                          "operation. in "
+                        : "--ZOL. Exception: no such data in ") +
+                std::string(name) + "\n"))
+                << lines();
+            sigset_t none; // the signal is left blocked, which the next one would meet
+            sigemptyset(&none);
+            sigprocmask(SIG_SETMASK, &none, nullptr);
+            EXPECT_EQ(g_ostrm.getOutLevel(), 3);
+            EXPECT_EQ(g_ostrm.getMsgLevel(), msgLevel);
+            EXPECT_EQ(ScriptedTest("zNext").run(), psResOk);
+        }
+    }
 }
