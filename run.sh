@@ -3,7 +3,7 @@
 # Keys on the command line replace the default ones: ./run.sh -B -fSin -LPERF
 . "$(dirname "${BASH_SOURCE[0]}")/scripts/setup.sh"
 
-need g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libboost-math-dev
+need
 build programs
 
 keys=("$@")

@@ -7,6 +7,7 @@ endif()
 # The interface, for those who write a library of their own.
 install(FILES platform/include/zolcore.h platform/include/zolvm.h platform/include/zolvmtable.h
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+string(REGEX REPLACE "[^/]+" ".." PS_PREFIX_OF_PC ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 configure_file(platform/zolvm.pc.in zolvm.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zolvm.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
@@ -25,5 +26,6 @@ set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "man-db, bash-completion")
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "libc6 (>= 2.36), libgcc-s1, libstdc++6 (>= 12)")
 include(CPack)

@@ -3,12 +3,12 @@
 # they find; nothing means clean.
 . "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
-need clang-tidy cppcheck
+need analysis
 build ps_zolvm
 # The analyzer would walk the kernels' templates for many minutes.
 kernels=(platform/zolvm/zolvmreal.cpp platform/zolvm/zolvmcomplex.cpp)
-mapfile -t sources < <(git ls-files 'testsdk/*.cpp' 'sources/*.cpp' 'platform/*.cpp' \
-    "${kernels[@]/#/:!}")
+mapfile -t sources < <(find testsdk sources platform -name '*.cpp' |
+    grep -vxF "$(printf '%s\n' "${kernels[@]}")" | sort)
 status=0
 printf '%s\0' "${sources[@]}" |
     xargs -0 -n 1 -P "$(nproc)" clang-tidy -p build/release --quiet 2>/dev/null || status=1

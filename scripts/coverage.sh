@@ -2,7 +2,7 @@
 # Line coverage of the product by its tests, file by file.
 . "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
-need g++ cmake ninja-build libgtest-dev libmpfr-dev gcovr
+need tests coverage
 preset=coverage
 build all
 find build/coverage -name '*.gcda' -delete
