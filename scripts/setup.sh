@@ -9,6 +9,7 @@ declare -A packages=(
     [tests]='libgtest-dev libgmock-dev libmpfr-dev'
     [bench]='libbenchmark-dev python3'
     [coverage]='gcovr'
+    [mutation]='git python3'
     [analysis]='clang-tidy cppcheck'
     [fuzz]='clang libclang-rt-14-dev'
 )

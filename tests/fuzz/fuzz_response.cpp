@@ -75,7 +75,9 @@ void tryAsConfiguration(std::string const& text) {
     bool const accepted = fuzz.parse({});
     checkList(*psSession::pCmdList, keys);
     std::string const shown = fuzz.takeShown();
-    auto const hasLineEnd = [](Key const& key) { return key.arg.find('\n') != std::string::npos; };
+    auto const hasLineEnd = [](Key const& key) {
+        return (key.letter + key.arg).find('\n') != std::string::npos;
+    };
     if (std::none_of(keys.begin(), keys.end(), hasLineEnd)) { // the echo is read line by line
         checkEcho(shown, "Command line options: read from perf.cfg file", keys, accepted);
     }
