@@ -2,6 +2,7 @@
 // anew for each set.
 #include "pscpu/pszolentry.h"
 #include "runfixture.h"
+#include "support/storedtext.h"
 
 namespace {
 
@@ -37,62 +38,37 @@ protected:
         psCacheIterator::m_cacheSizeHook = knownSize;
     }
     ~PsCacheRun() override { psCacheIterator::m_cacheSizeHook = ps_zolGetMaxCacheSizeB; }
-
-    CachedTest test;
 };
 
 } // namespace
 
-TEST_F(PsCacheRun, BothPlacementsAreFound) {
-    EXPECT_EQ(test.run(), psResOk);
-    std::string const told = lines();
-    EXPECT_EQ(told.substr(told.find("Const\n")),
-              "Const\n"
-              "      inCache try: cacheParm=32 totalSize=256 < 3276\n"
-              "      inCache try: cacheParm=256 totalSize=2048 < 3276\n"
-              "inCache:Length=512 \n"
-              "  nLps=10     perf=      100/        8=     12.5 clocks\n"
-              "      outofCache try: cacheParm=32 totalSize=256 < 34406\n"
-              "      outofCache try: cacheParm=4096 totalSize=32768 < 34406\n"
-              "outofCache:Length=8192 \n"
-              "  nLps=10     perf=      100/        8=     12.5 clocks\n");
-    EXPECT_EQ(rows(), "zCached,512,inCache nLps=10,12.5,elem,0.1,-\n"
-                      "zCached,8192,outofCache nLps=10,12.5,elem,0.1,-\n");
-}
-
-TEST_F(PsCacheRun, AnOscillatingSizeWidensTheBand) {
-    test.bytes = [](int elements) { return elements <= 64 ? 2000 : 40000; };
-    EXPECT_EQ(test.run(), psResOk);
-    EXPECT_EQ(rows(), "zCached,64,inCache nLps=10,12.5,elem,0.1,-\n"
-                      "zCached,512,outofCache nLps=10,12.5,elem,0.1,-\n");
-}
-
-TEST_F(PsCacheRun, AnImpossibleSizeFailsAndShowsTheTries) {
-    test.bytes = [](int elements) { return elements <= 64 ? 100 : 40000; };
-    g_ostrm.setOutLevel(1);
-    EXPECT_EQ(test.run(), psResDataFail);
-    EXPECT_EQ(lines(), "      inCache try: cacheParm=32 totalSize=100 < 3276\n"
-                       "      inCache try: cacheParm=1024 totalSize=40000 > 29491\n"
-                       "      inCache try: cacheParm=512 totalSize=40000 > 29491\n"
-                       "      inCache try: cacheParm=256 totalSize=40000 > 29491\n"
-                       "      inCache try: cacheParm=128 totalSize=40000 > 29491\n"
-                       "      inCache try: cacheParm=64 totalSize=100 < 3276\n"
-                       "      inCache try: cacheParm=64 totalSize=100 < 327\n"
-                       "inCache:Length=64 \n"
-                       "-- Fail to allocate inCache data\n");
-    EXPECT_EQ(rows(), "");
-}
-
-TEST_F(PsCacheRun, TriesEnd) {
+// Both placements, a size that goes to and fro, one that can't be had, one without an end of tries,
+// and an unknown cache: the console at the level, then the table.
+TEST_F(PsCacheRun, Placements) {
     int tries = 0;
-    test.bytes = [&tries](int elements) { return ++tries <= 12 ? 100 : 8 * elements; };
-    test.length.translate("1; 1024; *2");
-    g_ostrm.setOutLevel(1);
-    EXPECT_EQ(test.run(), psResDataFail);
+    struct {
+        OutputLevel level;
+        psResult result;
+        std::function<int(int)> bytes;
+    } const cases[] = {
+        {7, psResOk, [](int elements) { return 8 * elements; }},
+        {7, psResOk, [](int elements) { return elements <= 64 ? 2000 : 40000; }},
+        {1, psResDataFail, [](int elements) { return elements <= 64 ? 100 : 40000; }},
+        {1, psResDataFail, [&tries](int elements) { return ++tries <= 12 ? 100 : 8 * elements; }}};
+    for (auto const& row : cases) {
+        CachedTest cached;
+        cached.bytes = row.bytes;
+        if (&row == std::end(cases) - 1) {
+            cached.length.translate("1; 1024; *2");
+        }
+        g_ostrm.setOutLevel(row.level);
+        EXPECT_EQ(cached.run(), row.result);
+    }
     EXPECT_EQ(tries, 12) << "the first and eleven adjustments";
+    EXPECT_TRUE(matchesStored("pstest/cache_run", lines() + rows()));
 
     psCacheIterator::m_cacheSizeHook = [](int*) { return 37; }; // the size is not known
-    EXPECT_EQ(test.run(), psResDataFail);
+    EXPECT_EQ(CachedTest().run(), psResDataFail);
 }
 
 TEST_F(PsCacheRun, TestsWithoutSupportAreNotRun) {
