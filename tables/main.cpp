@@ -2,41 +2,57 @@
 #include <CLI/CLI.hpp>
 
 #include <cstdio>
-#include <iostream>
+#include <memory>
 
+#include "commands.h"
 #include "core/failure.h"
-#include "core/merge.h"
-#include "run/files.h"
 
 namespace {
 
 using namespace tables;
 
-constexpr int failed = 2;
+void addShow(CLI::App& command, ShowOptions& options) {
+    auto const inPercent = [&command](char const* name, double& share, char const* help) {
+        command
+            .add_option_function<double>(
+                name, [&share](double percent) { share = percent / 100; }, help)
+            ->check(CLI::Range(0.01, 100.0));
+    };
+    inPercent("--threshold", options.settings.threshold,
+              "Percent that matter: smaller changes are not called");
+    command.add_option("--format", options.format, "How the verdict is printed")
+        ->check(CLI::IsMember({"text", "markdown", "csv", "json"}))
+        ->capture_default_str();
+    command.add_option("--fail-on", options.failOn, "What makes exit code 1")
+        ->check(CLI::IsMember({"slower", "changed", "undecided", "never"}))
+        ->capture_default_str();
+    command.add_option("--rows", options.rows, "Called rows to print at most; 0 for all")
+        ->capture_default_str();
+}
 
-struct MergeOptions {
-    std::vector<std::string> files;
-    std::string output;
-};
-
-int merge(MergeOptions const& options) {
-    refuseOverwriting(options.output, options.files);
-    Passes const passes = readTables(options.files);
-    if (std::size_t const machines = byMachine(passes).size(); machines > 1) {
-        throw Failure("the tables come from " + std::to_string(machines) +
-                      " machines: merge those of each by themselves");
-    }
-    Merged const merged = mergePasses(passes);
-    std::string const text = tableText(passes.points, merged.pass, merged.words);
-    if (options.output.empty()) {
-        std::cout << text << std::flush;
-    } else {
-        replaceFile(options.output + ".passes.csv", passesText(passes));
-        replaceFile(options.output, text);
-    }
-    std::cerr << merged.pass.readings.size() << " points of " << passes.list.size() << " passes, "
-              << merged.apart << " of them far apart\n";
-    return std::cout ? 0 : failed;
+void addPasses(CLI::App& command, PassOptions& options) {
+    command.add_option("--passes", options.passes, "Processes to measure in")
+        ->check(CLI::Range(1, 999))
+        ->capture_default_str();
+    command.add_option("--library", options.library,
+                       "Folder of the library under test, instead of what ps_zolvm finds");
+    command.add_option("--program", options.program,
+                       "ps_zolvm, instead of the one beside this program or in PATH");
+    command.add_option("-o,--output", options.output,
+                       "Table to write; FILE.passes.csv beside it has all readings");
+    command.add_flag("--resume", options.resume, "Go on where the same command was interrupted");
+    command.add_option("--launch", options.launch,
+                       "Words ahead of each pass, such as 'taskset -c 3' or 'srun -n1'");
+    command
+        .add_option("--patience", options.silenceLimit,
+                    "Seconds without a line after which a pass is ended")
+        ->check(CLI::Range(0.1, 1e6))
+        ->capture_default_str();
+    command.add_flag("--array", options.array,
+                     "Print a job-array script for Slurm whose tasks make a pass each, and end");
+    command.add_option("--only", options.only, "Make this pass alone, for --resume to find");
+    command.add_flag("-q,--quiet", options.quiet, "No progress");
+    command.add_option("keys", options.keys, "Keys for ps_zolvm, behind --");
 }
 
 } // namespace
@@ -45,21 +61,45 @@ int main(int argc, char** argv) {
     CLI::App app("From tables of ps_zolvm to verdicts", "ps_tables");
     app.set_version_flag("--version", "ps_tables " PS_VERSION);
     app.require_subcommand(1);
+    std::function<int()> command;
 
-    MergeOptions mergeOptions;
-    CLI::App* const mergeCommand = app.add_subcommand("merge", "Several passes become one table");
-    mergeCommand->add_option("tables", mergeOptions.files, "Tables, or files of passes")
+    PairOptions pair;
+    CLI::App& pairApp = *app.add_subcommand("pair", "Did a change make anything slower?");
+    pairApp.add_option("--baseline", pair.baseline, "Folder of the library before the change")
         ->required();
-    mergeCommand->add_option("-o,--output", mergeOptions.output,
-                             "Table to write, and all readings beside it in FILE.passes.csv; "
-                             "without it the table is printed");
+    addPasses(pairApp, pair.passes);
+    pairApp
+        .add_option("--more", pair.more,
+                    "Further passes of what is undecided or was called, at most")
+        ->check(CLI::Range(0, 999));
+    pairApp.add_flag("!--no-confirm", pair.confirm,
+                     "Don't measure again what was called before it is reported");
+    pairApp.add_flag("!--no-control", pair.control, "No passes of the baseline against itself");
+    addShow(pairApp, pair.show);
+    pairApp.callback([&] { command = [&] { return pairCommand(pair, {argv, argv + argc}); }; });
+
+    VerdictOptions verdict;
+    CLI::App& verdictApp = *app.add_subcommand("verdict", "The verdict of pairs that are there");
+    verdictApp.add_option("tables", verdict.files, "Tables of pairs, or files of passes")
+        ->required();
+    addShow(verdictApp, verdict.show);
+    verdictApp.callback([&] { command = [&] { return verdictCommand(verdict); }; });
+
+    MergeOptions merge;
+    CLI::App& mergeApp = *app.add_subcommand("merge", "Several passes become one table");
+    mergeApp.add_option("tables", merge.files, "Tables, or files of passes")->required();
+    mergeApp.add_option("-o,--output", merge.output,
+                        "Table to write; FILE.passes.csv beside it has all readings; "
+                        "without it the table is printed");
+    mergeApp.callback([&] { command = [&] { return mergeCommand(merge); }; });
+
     try {
         app.parse(argc, argv);
-        return merge(mergeOptions);
+        return command();
     } catch (CLI::ParseError const& error) {
-        return app.exit(error) == 0 ? 0 : failed;
+        return app.exit(error) == 0 ? exitFine : exitFailed;
     } catch (Failure const& failure) {
-        std::cerr << "ps_tables: " << failure.what() << '\n';
-        return failed;
+        (void)std::fprintf(stderr, "ps_tables: %s\n", failure.what());
+        return exitFailed;
     }
 }

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <unordered_map>
 
 namespace tables {
 
@@ -36,9 +37,16 @@ Merged mergePasses(Passes const& passes) {
     };
     Merged merged;
     merged.pass.head = passes.list.front().head;
+    for (char const* const ofOne : {key::pass, key::kind, key::first, key::ended}) {
+        merged.pass.head.remove(ofOne);
+    }
+    merged.pass.head.set(key::passes, std::to_string(passes.list.size()));
     std::vector<Gathered> all(passes.points.size());
     std::vector<std::uint32_t> order;
     for (Pass const& pass : passes.list) {
+        if (pass.head.get(key::kind) == "control") {
+            continue;
+        }
         for (Reading const& reading : pass.readings) {
             Gathered& point = all[reading.point];
             if (point.clocks.empty()) {
@@ -76,6 +84,26 @@ Merged mergePasses(Passes const& passes) {
         merged.apart += standing.spread > restLimit;
     }
     return merged;
+}
+
+void setVerdict(Merged& merged, Verdict const& verdict) {
+    std::unordered_map<std::uint32_t, Judgement const*> judgements;
+    for (Judgement const& one : verdict.points) {
+        judgements[one.point] = &one;
+    }
+    for (std::size_t i = 0; i < merged.words.size(); ++i) {
+        Reading& reading = merged.pass.readings[i];
+        if (auto const place = judgements.find(reading.point); place != judgements.end()) {
+            Judgement const& one = *place->second;
+            reading.ratio = one.ratio;
+            reading.base = reading.clocks / one.ratio;
+            if (one.passes > 1) {
+                reading.low = one.low;
+                reading.high = one.high;
+            }
+            merged.words[i] += std::string(" ") + callName(one.call);
+        }
+    }
 }
 
 } // namespace tables

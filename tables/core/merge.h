@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "core/table.h"
+#include "core/verdict.h"
 
 namespace tables {
 
@@ -25,9 +26,12 @@ struct Standing {
 // Of at least one reading; the order of the readings changes nothing.
 Standing standingOf(std::vector<double> clocks);
 
-// The passes as one table. Points come in the order of the first pass that has them. Ratios of
-// pairs become the ratio of their middle.
+// The passes as one table. Points come in the order of the first pass that has them. The ratio of
+// pairs is that of the middle pass, its interval holds all. Control passes are left out.
 Merged mergePasses(Passes const& passes);
+
+// Ratios and their intervals become those of the verdict, whose word is added to each reading.
+void setVerdict(Merged& merged, Verdict const& verdict);
 
 } // namespace tables
 

@@ -156,10 +156,7 @@ void Reader::headLine(std::string_view text) {
         newPass();
     }
     Head& head = m_passes.list.back().head;
-    if (!head.get(key).empty()) {
-        fail("the head has " + quoted(key) + " twice");
-    }
-    head.set(key, std::string(text.substr(comma + 1)));
+    head.add(key, std::string(text.substr(comma + 1)));
 }
 
 void Reader::split(std::string_view text) {
@@ -334,7 +331,7 @@ std::string rowText(Point const& point, Reading const& reading, std::string cons
         add("acc=" + format("%.3g", reading.accuracy) + "%");
     }
     if (reading.ratio > 0) {
-        add("base=" + format("%.4f", reading.base));
+        add("base=" + formatClocks(reading.base));
         add("ratio=" + format("%.4f", reading.ratio));
         add("lo=" + format("%.4f", reading.low));
         add("hi=" + format("%.4f", reading.high));
@@ -388,16 +385,19 @@ std::string const& Head::get(std::string_view name) const {
     return place == m_entries.end() ? none : place->second;
 }
 
-void Head::set(std::string const& name, std::string value) {
+void Head::add(std::string const& name, std::string value) {
     std::replace_if(
         value.begin(), value.end(), [](char c) { return c >= 0 && c < ' '; }, ' ');
-    auto const place = std::find_if(m_entries.begin(), m_entries.end(),
-                                    [&name](auto const& entry) { return entry.first == name; });
-    if (place == m_entries.end()) {
-        m_entries.emplace_back(name, std::move(value));
-    } else {
-        place->second = std::move(value);
-    }
+    m_entries.emplace_back(name, std::move(value));
+}
+
+void Head::set(std::string const& name, std::string value) {
+    remove(name);
+    add(name, std::move(value));
+}
+
+void Head::remove(std::string_view name) {
+    std::erase_if(m_entries, [name](auto const& entry) { return entry.first == name; });
 }
 
 bool Pass::paired() const {

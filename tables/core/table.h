@@ -64,9 +64,11 @@ struct Reading {
 // What the lines ahead of the rows say, in their order.
 class Head {
 public:
-    // The value of a key, "" where it is missing.
+    // The first value of a key, "" where it is missing; the harness gives some keys several.
     std::string const& get(std::string_view key) const;
-    void set(std::string const& key, std::string value); // control characters become blanks
+    void add(std::string const& key, std::string value); // control characters become blanks
+    void set(std::string const& key, std::string value);
+    void remove(std::string_view key);
     std::vector<std::pair<std::string, std::string>> const& entries() const { return m_entries; }
     bool operator==(Head const&) const = default;
 
@@ -87,6 +89,8 @@ inline constexpr char keys[] = "Keys";               // that selected and set
 inline constexpr char environment[] = "Environment"; // what of it matters
 inline constexpr char kind[] = "Kind";               // plain, pair, control, more or confirm
 inline constexpr char first[] = "First";             // library or baseline: loaded and read first
+inline constexpr char ended[] = "Ended";             // why a pass has not all readings
+inline constexpr char passes[] = "Passes";           // how many a merged table has
 inline constexpr char pass[] = "Pass";               // number; begins a pass in a file of several
 } // namespace key
 

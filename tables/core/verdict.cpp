@@ -70,10 +70,6 @@ Control judgeControl(std::vector<Sample> const& samples, std::vector<Sample> con
     return control;
 }
 
-bool called(Judgement const& judgement) {
-    return judgement.call == Call::faster || judgement.call == Call::slower;
-}
-
 // What was called is as fresh passes say; where these contradict, nothing is known.
 void takeConfirmed(std::vector<Judgement>& judgements, std::vector<Sample> fresh,
                    VerdictSettings const& settings) {
@@ -82,7 +78,7 @@ void takeConfirmed(std::vector<Judgement>& judgements, std::vector<Sample> fresh
     }
     std::map<std::uint32_t, Judgement*> open;
     for (Judgement& judgement : judgements) {
-        if (called(judgement)) {
+        if (judgement.called()) {
             open[judgement.point] = &judgement;
         }
     }
@@ -96,7 +92,7 @@ void takeConfirmed(std::vector<Judgement>& judgements, std::vector<Sample> fresh
             *before = *now;
             before->again = true;
         }
-        if (!before->again || (called(*before) && before->call != call)) {
+        if (!before->again || (before->called() && before->call != call)) {
             before->call = Call::undecided;
         }
     }
@@ -179,7 +175,7 @@ std::vector<std::string> functionsOf(PointList const& points, Verdict const& ver
     for (Judgement const& one : verdict.points) {
         std::string const name = points[one.point].function();
         // Points of a function stand together.
-        if ((called(one) || (undecided && one.call == Call::undecided)) &&
+        if ((one.called() || (undecided && one.call == Call::undecided)) &&
             (functions.empty() || functions.back() != name)) {
             functions.push_back(name);
         }

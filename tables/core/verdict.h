@@ -31,6 +31,8 @@ struct Judgement {
     double chance = 1; // of such readings if nothing had changed
     Call call = Call::undecided;
     bool again = false; // measured again, and this is what the fresh passes say
+
+    bool called() const { return call == Call::faster || call == Call::slower; }
 };
 
 // Logarithms of ratios, one a pass, of one point. Points of a group have similar scales.

@@ -3,9 +3,11 @@
 #ifndef RUN_CAMPAIGN_H
 #define RUN_CAMPAIGN_H
 
+#include <map>
 #include <string>
 #include <vector>
 
+#include "core/table.h"
 #include "run/plan.h"
 #include "run/progress.h"
 
@@ -13,27 +15,33 @@ namespace tables {
 
 class Campaign {
 public:
-    // Makes the folder, or with resume goes on in it; throws Failure if it belongs to another job.
-    Campaign(Job const& job, bool resume, Progress& progress);
+    // Makes the job's folder. One that has passes already is gone on in with resume, and refused
+    // without; that of another job is always refused.
+    Campaign(Job const& job, bool resume, double silenceLimit, Progress& progress);
 
-    // Makes those of the passes that do not lie in the folder yet. False: the user interrupted.
+    // Makes those of the passes that the folder does not have. False: the user interrupted. Throws
+    // Failure if the first passes all fail without a reading.
     bool make(std::vector<PlannedPass> const& plan);
 
-    // The finished passes, in the order of their numbers.
+    // The finished passes, in the order of their making.
     Passes const& passes() const { return m_passes; }
-    // A line for each pass that died and each function that failed.
-    std::vector<std::string> const& troubles() const { return m_troubles; }
-    // The folder is no longer needed: all is in the files of the user.
+    // What went wrong, and in how many passes.
+    std::map<std::string, int> const& troubles() const { return m_troubles; }
+    // The passes are in the user's files now.
     void removeFolder() const;
 
 private:
-    bool makeOne(PlannedPass const& pass);
-    std::string path(PlannedPass const& pass, char const* extension) const;
+    void makeOne(PlannedPass const& planned);
+    void addTrouble(std::string const& text);
+    std::string path(PlannedPass const& planned, char const* ending) const;
+    void setHead(Pass& pass, PlannedPass const& planned, std::string const& howEnded) const;
 
     Job m_job;
+    double m_silenceLimit;
     Progress& m_progress;
     Passes m_passes;
-    std::vector<std::string> m_troubles;
+    std::map<std::string, int> m_troubles;
+    int m_failed = 0;
 };
 
 } // namespace tables

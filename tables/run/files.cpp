@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
@@ -84,7 +85,10 @@ void replaceFile(std::string const& path, std::string const& content) {
         int const error = fs::is_directory(path, ignored) ? EISDIR : writeWhole(path, content);
         return error == 0 ? void() : failWith(path, error);
     }
-    std::string const beside = path + ".new" + std::to_string(::getpid());
+    // Other machines may write beside it, too.
+    std::string const beside =
+        path + ".new" + std::to_string(::getpid()) + '.' +
+        std::to_string(std::chrono::system_clock::now().time_since_epoch().count());
     int error = writeWhole(beside, content);
     if (error == 0 && ::rename(beside.c_str(), path.c_str()) != 0) {
         error = errno;

@@ -5,21 +5,19 @@
 #include <string>
 #include <vector>
 
-#include "core/table.h"
-
 namespace tables {
 
-// What all passes of a command share.
+// What all passes of a command share. Paths are absolute.
 struct Job {
-    std::string program;  // ps_zolvm
-    std::string library;  // folder of the library under test, "" for the one it is linked with
-    std::string baseline; // the other side, "" for plain passes
-    std::vector<std::string> keys; // of the user, for the program
-    std::vector<std::string> launch;
-    std::string folder; // of the passes
-    bool control = true;
+    std::string program;             // ps_zolvm
+    std::string library;             // folder of the library under test; "": as it is started
+    std::string baseline;            // the other side; "": plain passes
+    std::vector<std::string> keys;   // of the user, for the program
+    std::vector<std::string> launch; // ahead of each pass
+    int frequency = 0;               // MHz, handed to the passes; 0: each finds it
+    std::string folder;              // of the passes
 
-    // What has to be equal for a started job to be resumed.
+    // What has to be equal for a started job to be gone on with.
     std::string identity() const;
 };
 
@@ -28,21 +26,27 @@ struct PlannedPass {
     int number = 1;   // counts from 1; names the files
     std::string kind; // as in the head of its table
     bool baselineFirst = false;
-    std::vector<std::string> functions; // full names; none: what the keys select
+    std::vector<std::string> functions; // Sin_32f_A24; none: what the keys select
 };
 
-// So many passes, sides in turns, the control's two spread among them; numbers begin at first.
-std::vector<PlannedPass> planPairs(int passes, bool control, int first = 1);
-// Further passes of these functions alone, of the kind more or confirm.
-std::vector<PlannedPass> planFurther(std::string const& kind, int passes,
-                                     std::vector<std::string> const& functions, int first);
-std::vector<PlannedPass> planPlain(int passes);
+// So many passes, sides in turns, with a control two of them of the baseline against itself.
+std::vector<PlannedPass> planPairs(int passes, bool control);
+// Passes of a kind, of these functions alone or of what the keys select; numbers begin at first.
+std::vector<PlannedPass> planPasses(std::string const& kind, int passes, int first,
+                                    std::vector<std::string> const& functions = {});
 
-// The shell script that makes the pass, to be started behind the launch prefix.
-std::string passScript(Job const& job, PlannedPass const& pass);
+// Throws Failure if one of the keys would take over what the passes need for themselves.
+void refuseOwnKeys(std::vector<std::string> const& keys);
 
-// A job-array script for Slurm, each task of which makes one of the passes.
-std::string arrayScript(Job const& job, int passes);
+// The shell script that makes a pass, with its table in this file.
+std::string passScript(Job const& job, PlannedPass const& pass, std::string const& table);
+
+// A job-array script for Slurm, each task of which makes one pass of the command, whose words these
+// are, the subcommand second.
+std::string arrayScript(std::vector<std::string> const& commandLine, int passes);
+
+// The words as a shell reads them back.
+std::string shellWords(std::vector<std::string> const& words);
 
 } // namespace tables
 

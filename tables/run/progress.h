@@ -14,24 +14,26 @@ public:
     enum class Way { none, lines, terminal };
     explicit Progress(Way way) : m_way(way) {}
 
-    void expect(int passes, int functions); // so many further passes of so many functions
+    void planBegins(int passes);
     void passBegins(int number, std::string const& kind);
     void functionBegins(std::string_view name);
     void passEnds(std::string const& howItWent);
+    void note(std::string const& text); // a line of its own
 
 private:
+    double share() const; // of the plan that is done
     void show();
-    double share() const;
+    void wipe() const; // the line that changes
 
     Way m_way;
-    int m_passes = 0;
-    int m_passesDone = 0;
-    int m_functions = 0;
-    int m_functionsDone = 0; // of the running pass
-    int m_number = 0;
-    std::string m_kind;
+    int m_passes = 0; // of the plan
+    int m_done = 0;
+    int m_functions = 0;     // of a pass; 0: none has ended yet
+    int m_functionsDone = 0; // of the running one
+    std::string m_pass;
     std::string m_function;
     std::chrono::steady_clock::time_point m_start;
+    std::chrono::steady_clock::time_point m_shown;
 };
 
 } // namespace tables

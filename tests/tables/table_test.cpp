@@ -14,7 +14,7 @@ std::string const head = "CPU,A chip, with commas, 2x2.6 GHz, Max cache size 1 K
 std::string const title =
     "funcBase,funcDataType,funcDescriptor,Len/Size,Parm1,Parm2,Parm3,Parm4,Parm5,Parm6,"
     "scaleFactor,Comment,Clocks,per,Time (usec),MFlops\n";
-std::string const pairWords = "nLps=8 base=2.9512 ratio=1.0312 lo=1.0290 hi=1.0330 nPrs=60 quiet";
+std::string const pairWords = "nLps=8 base=2.95 ratio=1.0312 lo=1.0290 hi=1.0330 nPrs=60 quiet";
 
 std::string row(std::string const& point, std::string const& comment = "nLps=8",
                 std::string const& clocks = "3.19", std::string const& usec = "0.0487") {
@@ -50,7 +50,7 @@ TEST(Table, WhatIsReadIsWrittenToTheByte) {
     EXPECT_EQ("vm (A chip, with commas)", passes.list[0].machine());
     Reading const& pair = passes.list[0].readings[1];
     EXPECT_EQ(1.0312, pair.ratio);
-    EXPECT_EQ(2.9512, pair.base);
+    EXPECT_EQ(2.95, pair.base);
     EXPECT_EQ(60, pair.pairs);
     EXPECT_TRUE(pair.quiet);
     EXPECT_FALSE(passes.list[0].readings[0].ratio > 0);
@@ -92,7 +92,6 @@ TEST(Table, BadInputIsToldWithFileAndRow) {
          "a.csv: row 1: the line is longer than 65536 characters"},
         {"what is this\n" + good,
          "a.csv: row 1: 'what is this' is neither a line of the head nor the title"},
-        {head + head + good, "a.csv: row 3: the head has 'CPU' twice"},
         {changed(",MFlops", ""), "a.csv: row 1: column 'MFlops' is missing"},
         {changed("Clocks", "clocks"), "a.csv: row 1: column 13 is 'clocks' instead of 'Clocks'"},
         {changed("MFlops", "MFlops,more"), "a.csv: row 1: column 'more' is none of ps_zolvm's"},
@@ -144,7 +143,8 @@ TEST(Merge, TheSecondLeastStandsForAPoint) {
     }
     Passes const passes = read(text);
     Merged const merged = mergePasses(passes);
-    EXPECT_EQ(head + title + row("Sin,32f,A24,32", "nLps=8 passes=3 spread=0.0%", "1.50", "1.5") +
+    EXPECT_EQ(head + "Passes,3\n" + title +
+                  row("Sin,32f,A24,32", "nLps=8 passes=3 spread=0.0%", "1.50", "1.5") +
                   row("Sin,32f,A24,64", "nLps=8 passes=3 spread=0.0%"),
               tableText(passes.points, merged.pass, merged.words));
 }

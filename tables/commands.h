@@ -1,0 +1,64 @@
+// commands.h - what each subcommand of ps_tables does with its options. Exit codes: 0 nothing to
+// complain of, 1 something was called that --fail-on names, 2 it could not be measured or read, 130
+// the user interrupted. Throws Failure.
+#ifndef TABLES_COMMANDS_H
+#define TABLES_COMMANDS_H
+
+#include <string>
+#include <vector>
+
+#include "core/verdict.h"
+
+namespace tables {
+
+enum ExitCode { exitFine = 0, exitCalled = 1, exitFailed = 2, exitInterrupted = 130 };
+
+// How a verdict is shown, and what of it makes exit code 1.
+struct ShowOptions {
+    VerdictSettings settings;
+    std::string format = "text";
+    std::string failOn = "slower";
+    std::size_t rows = 40;
+};
+
+// How passes are made.
+struct PassOptions {
+    std::string program; // "": beside this program, else found through PATH
+    std::string library;
+    std::string launch;
+    std::string output;
+    std::vector<std::string> keys;
+    int passes = 20;
+    double silenceLimit = 300;
+    bool resume = false;
+    bool quiet = false;
+    bool array = false; // print the job array's script
+    int only = 0;       // make this pass alone; 0: all
+};
+
+struct PairOptions {
+    PassOptions passes;
+    ShowOptions show;
+    std::string baseline;
+    int more = 0;
+    bool confirm = true;
+    bool control = true;
+};
+
+struct VerdictOptions {
+    std::vector<std::string> files;
+    ShowOptions show;
+};
+
+struct MergeOptions {
+    std::vector<std::string> files;
+    std::string output;
+};
+
+int pairCommand(PairOptions const& options, std::vector<std::string> const& commandLine);
+int verdictCommand(VerdictOptions const& options);
+int mergeCommand(MergeOptions const& options);
+
+} // namespace tables
+
+#endif

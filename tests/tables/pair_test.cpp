@@ -1,0 +1,150 @@
+// pair_test.cpp - runs ps_tables with a ps_zolvm whose readings and faults are known.
+#include <algorithm>
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include "cli/program.h"
+
+namespace {
+
+// A folder with the fake program and two libraries, in which commands run.
+class Bench {
+public:
+    Bench() {
+        runShell("cp '" FAKE_ZOLVM "' " + at("ps_zolvm") + " && chmod +x " + at("ps_zolvm") +
+                 " && mkdir " + at("old") + ' ' + at("new"));
+    }
+    Outcome run(std::string const& words, std::string const& environment = "") {
+        return runShell("cd " + dir.path + " && " + environment + " '" PS_TABLES "' " + words);
+    }
+    Outcome pair(std::string const& words, std::string const& environment = "") {
+        return run("pair --program ./ps_zolvm --baseline old --library new " + words, environment);
+    }
+    std::string at(std::string const& name) const { return dir.path + name; }
+    std::vector<std::string> log() const { return lines(readFile(at("log"))); }
+    bool exists(std::string const& name) const {
+        return runShell("test -e " + at(name)).status == 0;
+    }
+
+private:
+    TempDirectory const dir;
+};
+
+int count(std::vector<std::string> const& all, std::string const& part) {
+    return static_cast<int>(std::count_if(
+        all.begin(), all.end(), [&part](std::string const& one) { return contains(one, part); }));
+}
+
+} // namespace
+
+TEST(Pair, FindsWhatIsSlowerAndMeasuresItAgain) {
+    Bench bench;
+    Outcome const outcome = bench.pair("--passes 10 -o cmp.csv", "FAKE_SLOW=3");
+    EXPECT_EQ(1, outcome.status) << outcome.err;
+    EXPECT_TRUE(contains(outcome.out, "Sin_32f_A24                64..256    +3.0% [+2.9, "))
+        << outcome.out;
+    EXPECT_TRUE(contains(outcome.out, "48 points: 3 slower, 0 faster, 0 undecided, 45 same"));
+    EXPECT_TRUE(contains(outcome.out, "control: as expected\n20 passes, "));
+    EXPECT_EQ(20, count(lines(outcome.err), "pass ")); // a pipe gets a line for each
+
+    // Sides by turns; the control is the baseline twice; only what was called is measured again.
+    std::vector<std::string> const log = bench.log();
+    EXPECT_EQ(20U, log.size());
+    EXPECT_EQ(10, count(log, "first=1"));
+    EXPECT_EQ(2, count(log, " old first="));
+    EXPECT_EQ(10, count(log, "only= Sin_32f_A24 mhz="));
+    EXPECT_EQ(0, count(log, "mhz= ")) << "each would wait to learn the frequency";
+    EXPECT_FALSE(bench.exists("cmp.csv.passes"));
+    EXPECT_TRUE(contains(readFile(bench.at("cmp.csv")), " passes=18 spread="));
+
+    // The same from the file of passes; and again, as programs read it.
+    EXPECT_EQ(1, bench.run("verdict cmp.csv.passes.csv").status);
+    nlohmann::json const json =
+        nlohmann::json::parse(bench.run("verdict --format json cmp.csv.passes.csv").out);
+    nlohmann::json const machine = json["machines"][0];
+    EXPECT_EQ(3, machine["counts"]["slower"]);
+    EXPECT_EQ("Sin_32f_A24", machine["points"][33]["function"]);
+    EXPECT_TRUE(machine["points"][33]["again"]);
+    EXPECT_NEAR(1.03, machine["points"][33]["ratio"], 0.001);
+    Outcome const csv = bench.run("verdict --format csv --fail-on never cmp.csv.passes.csv");
+    EXPECT_EQ(0, csv.status);
+    EXPECT_EQ(49U, lines(csv.out).size());
+    EXPECT_TRUE(contains(bench.run("verdict --format markdown cmp.csv.passes.csv").out,
+                         "| `Sin_32f_A24` | 64..256 | +3.0% | [+2.9, "));
+    EXPECT_EQ(0, bench.run("verdict --threshold 5 cmp.csv.passes.csv").status);
+}
+
+TEST(Pair, ExitCodesTellWhatWasFound) {
+    struct {
+        char const* words;
+        char const* environment;
+        int status;
+    } const cases[] = {
+        {"", "", 0},
+        {"--fail-on undecided", "", 0},
+        {"", "FAKE_SLOW=-3", 0},
+        {"--fail-on changed", "FAKE_SLOW=-3", 1},
+        {"--fail-on never", "FAKE_SLOW=3", 0},
+        {"--fail-on undecided --no-confirm", "FAKE_SLOW=1", 1},
+        {"", "FAKE_STRAY=1", 2},
+        {"--no-control", "FAKE_STRAY=1", 0},
+        {"--passes 3", "", 2},
+        {"--no-such-option", "", 2},
+        {"--program ./none", "", 2},
+        {"-- -rtable.csv", "", 2},
+    };
+    for (auto const& [words, environment, status] : cases) {
+        Bench bench;
+        Outcome const outcome = bench.pair(
+            "-q " + std::string(contains(words, "--passes") ? "" : "--passes 8 ") + words,
+            environment);
+        EXPECT_EQ(status, outcome.status) << words << environment << outcome.out << outcome.err;
+        EXPECT_EQ(contains(environment, "STRAY") && status == 2,
+                  contains(outcome.out, "this machine cannot be trusted today"));
+    }
+}
+
+TEST(Pair, APassThatFailsIsToldAndTheRestGoesOn) {
+    std::pair<char const*, char const*> const cases[] = {
+        {"die:3",
+         "pass 3 (control) died by signal 11 (Segmentation fault) in zolsPow_32f_A24 of the "
+         "baseline\n"},
+        {"hang:2",
+         "pass 2 (pair) ended, since it printed nothing for too long in zolsPow_32f_A24\n"},
+        {"crash:2", "zolsExp_32f_A24: EXCPTFAIL\n"},
+        {"nothing:2", "pass 2 (pair) without readings: FATAL ERROR: no such thing\n"},
+    };
+    for (auto const& [fault, told] : cases) {
+        Bench bench;
+        Outcome const outcome =
+            bench.pair("--passes 8 --patience 0.5", std::string("FAKE=") + fault);
+        EXPECT_EQ(0, outcome.status) << outcome.err;
+        EXPECT_TRUE(contains(outcome.out, told)) << fault << outcome.out;
+        EXPECT_TRUE(contains(outcome.out, "0 undecided, 48 same")) << outcome.out;
+        EXPECT_EQ(8U, bench.log().size());
+    }
+}
+
+TEST(Pair, AnInterruptedComparisonGoesOnWhereItStopped) {
+    std::string const words = "--passes 8 -q -o cmp.csv --format csv";
+    std::pair<char const*, int> const cases[] = {
+        {"FAKE_SLOW=3 FAKE=KILL:5", 128 + 9},
+        {"FAKE_SLOW=3 FAKE=INT:5", 130},
+    };
+    for (auto const& [fault, status] : cases) {
+        Bench bench;
+        Outcome const first = bench.pair(words, fault);
+        EXPECT_EQ(status, first.status) << first.err;
+        EXPECT_TRUE(bench.exists("cmp.csv.passes/004.csv"));
+        EXPECT_FALSE(bench.exists("cmp.csv.passes/005.csv"));
+        EXPECT_EQ(status == 130, bench.exists("cmp.csv")) << "what is complete is merged";
+        EXPECT_EQ(2, bench.pair(words).status) << "without --resume";
+        EXPECT_EQ(2, bench.pair("--resume " + words + " -- -fSin").status) << "another comparison";
+        Outcome const second = bench.pair("--resume " + words, "FAKE_SLOW=3");
+        EXPECT_EQ(1, second.status) << second.err;
+        EXPECT_EQ(49U, lines(second.out).size());
+        EXPECT_EQ(3, count(lines(second.out), ",slower,"));
+        EXPECT_FALSE(bench.exists("cmp.csv.passes"));
+        EXPECT_EQ(17U, bench.log().size()) << "8 and 8 passes, and the interrupted one";
+    }
+}
