@@ -2,11 +2,14 @@
 #include "commands.h"
 
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <span>
 #include <unistd.h>
 
+#include "core/compare.h"
 #include "core/failure.h"
 #include "core/merge.h"
 #include "core/show.h"
@@ -20,6 +23,8 @@ namespace tables {
 namespace {
 
 namespace fs = std::filesystem;
+
+constexpr double noisy = 1.5; // times the errors that passes of one set tell
 
 void print(std::string const& text) {
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() ||
@@ -110,14 +115,6 @@ std::string pathOr(std::string const& path, char const* otherwise) {
     return path.empty() ? otherwise : path;
 }
 
-std::vector<std::string> notesOf(std::map<std::string, int> const& troubles) {
-    std::vector<std::string> notes;
-    for (auto const& [text, count] : troubles) {
-        notes.push_back(text + (count > 1 ? ", in " + std::to_string(count) + " passes" : ""));
-    }
-    return notes;
-}
-
 int exitOf(std::vector<Verdict> const& verdicts, std::string const& failOn) {
     int slower = 0;
     int faster = 0;
@@ -155,6 +152,9 @@ std::vector<Verdict> judgeMachines(Passes const& passes, VerdictSettings const& 
     return verdicts;
 }
 
+void tell(std::string const& text) { (void)std::fprintf(stderr, "%s\n", text.c_str()); }
+
+// The table and, beside it, all readings.
 void writeResults(std::string const& output, Passes const& passes, Verdict const* verdict) {
     Merged merged = mergePasses(passes);
     if (verdict != nullptr) {
@@ -164,76 +164,172 @@ void writeResults(std::string const& output, Passes const& passes, Verdict const
     replaceFile(output, tableText(passes.points, merged.pass, merged.words));
 }
 
-} // namespace
+std::string mergedText(Merged const& merged, Passes const& passes) {
+    std::size_t const points = merged.pass.readings.size();
+    std::string text = std::to_string(points) + " points of " + std::to_string(passes.list.size()) +
+                       " passes; at " + std::to_string(merged.apart) + " the passes stay far apart";
+    // One point in twenty is what a quiet machine shows.
+    if (static_cast<std::size_t>(merged.apart) * 20 > points) {
+        text += "\nthis machine is not quiet: to compare libraries, 'ps_tables pair' is the way";
+    }
+    return text;
+}
 
-int pairCommand(PairOptions const& options, std::vector<std::string> const& commandLine) {
-    PassOptions const& how = options.passes;
-    if (how.array) {
-        print(arrayScript(commandLine, how.passes));
-        return exitFine;
+// What absolute numbers can't tell, and what can.
+std::vector<std::string> adviceOf(Comparison const& comparison) {
+    std::vector<std::string> advice;
+    if (comparison.singleLimit > 0) {
+        advice.push_back("of single runs, only changes beyond " +
+                         std::to_string(std::lround(comparison.singleLimit * 100)) +
+                         "% are called; 'ps_tables run' makes several passes");
     }
-    if (how.passes < (options.control ? 4 : 1)) {
-        throw Failure("--passes: a comparison takes at least 4, or 1 with --no-control");
+    int const undecided = comparison.verdict.count(Call::undecided);
+    if (comparison.inflation > noisy ||
+        static_cast<std::size_t>(undecided) * 2 > comparison.verdict.points.size()) {
+        advice.push_back(
+            "passes lie far apart here (in the middle of all points the second table is " +
+            percent(comparison.common) + "): 'ps_tables pair' is the way");
     }
-    if ((how.resume || how.only > 0) && how.output.empty()) {
-        throw Failure("--resume and --only need -o: passes are kept beside the output");
-    }
-    auto const start = std::chrono::steady_clock::now();
-    PassFolder const folder(how.output);
-    Job const job = jobOf(how, options.baseline, folder.path());
-    Progress progress = progressOf(how.quiet);
-    noteInterrupts();
-    Campaign campaign(job, how.resume || how.only > 0, how.silenceLimit, progress);
-    std::vector<PlannedPass> plan = planPairs(how.passes, options.control);
-    if (how.only > 0) {
-        if (how.only > how.passes) {
-            throw Failure("--only: there is no such pass");
-        }
-        return campaign.make({plan[static_cast<std::size_t>(how.only - 1)]}) ? exitFine
-                                                                             : exitInterrupted;
-    }
-    VerdictSettings const& settings = options.show.settings;
-    bool whole = campaign.make(plan);
-    int next = how.passes + 1;
-    // Further passes of what is not clear yet.
-    auto const further = [&](std::string const& kind, int passes, bool undecided) {
-        std::vector<std::string> const functions = functionsOf(
-            campaign.passes().points, judgePairs(campaign.passes(), settings), undecided);
-        if (whole && passes > 0 && !functions.empty()) {
-            progress.note(std::to_string(functions.size()) + " functions again: " + kind);
-            whole = campaign.make(planPasses(kind, passes, next, functions));
-        }
-        next += passes;
-    };
-    further("more", options.more, true);
-    further("confirm", options.confirm ? how.passes : 0, false);
+    return advice;
+}
 
-    Passes const& passes = campaign.passes();
-    if (passes.list.empty()) {
-        throw Failure("interrupted before a pass was finished");
+// What commands that make passes have in common.
+class Work {
+public:
+    Work(PassOptions const& options, std::string const& baseline)
+        : m_options(checked(options)), m_folder(options.output),
+          job(jobOf(options, baseline, m_folder.path())), progress(progressOf(options.quiet)),
+          campaign(job, options.resume || options.only > 0, options.silenceLimit, progress) {
+        noteInterrupts();
     }
-    std::vector<Verdict> const verdicts = judgeMachines(passes, settings);
-    std::vector<std::string> notes = notesOf(campaign.troubles());
-    if (!whole) {
-        notes.push_back("interrupted: " + (how.output.empty()
-                                               ? std::string("with -o, --resume could go on")
-                                               : "--resume goes on with " + folder.path()));
+
+    int makeOnly(std::vector<PlannedPass> const& plan) {
+        if (m_options.only > static_cast<int>(plan.size())) {
+            throw Failure("--only: there are " + std::to_string(plan.size()) + " passes");
+        }
+        return campaign.make({plan[static_cast<std::size_t>(m_options.only - 1)]})
+                   ? exitFine
+                   : exitInterrupted;
     }
-    if (!how.output.empty()) {
-        writeResults(how.output, passes, verdicts.size() == 1 ? &verdicts[0] : nullptr);
+
+    // What is to be told of the passes, of which there is one at least.
+    std::vector<std::string> finish(bool whole) const {
+        if (campaign.passes().list.empty()) {
+            throw Failure("no pass was finished");
+        }
+        std::vector<std::string> notes;
+        for (auto const& [text, count] : campaign.troubles()) {
+            notes.push_back(text + (count > 1 ? ", in " + std::to_string(count) + " passes" : ""));
+        }
+        if (!whole) {
+            notes.push_back(m_options.output.empty()
+                                ? "interrupted; with -o, --resume could go on"
+                                : "interrupted; --resume goes on with " + m_folder.path());
+        }
+        return notes;
+    }
+
+    void write(Verdict const* verdict, bool whole) const {
+        writeResults(m_options.output, campaign.passes(), verdict);
         if (whole) {
             campaign.removeFolder();
         }
     }
-    std::chrono::duration<double> const took = std::chrono::steady_clock::now() - start;
+
+    double seconds() const {
+        return std::chrono::duration<double>(std::chrono::steady_clock::now() - m_start).count();
+    }
+
+private:
+    static PassOptions const& checked(PassOptions const& options) {
+        if ((options.resume || options.only > 0) && options.output.empty()) {
+            throw Failure("--resume and --only need -o: passes are kept beside the output");
+        }
+        return options;
+    }
+
+    std::chrono::steady_clock::time_point const m_start = std::chrono::steady_clock::now();
+    PassOptions const& m_options;
+    PassFolder const m_folder;
+
+public:
+    Job const job;
+    Progress progress;
+    Campaign campaign;
+};
+
+} // namespace
+
+int pairCommand(PairOptions const& options) {
+    PassOptions const& how = options.passes;
+    if (how.passes < (options.control ? 4 : 1)) {
+        throw Failure("--passes: a comparison takes at least 4, or 1 with --no-control");
+    }
+    if (how.array) {
+        print(arrayScript(how.commandLine, how.passes));
+        return exitFine;
+    }
+    Work work(how, options.baseline);
+    std::vector<PlannedPass> const plan = planPairs(how.passes, options.control);
+    if (how.only > 0) {
+        return work.makeOnly(plan);
+    }
+    VerdictSettings const& settings = options.show.settings;
+    Passes const& passes = work.campaign.passes();
+    bool whole = work.campaign.make(plan);
+    int next = how.passes + 1;
+    // Further passes of what is not clear yet.
+    auto const further = [&](std::string const& kind, int count, bool undecided) {
+        std::vector<std::string> const functions =
+            functionsOf(passes.points, judgePairs(passes, settings), undecided);
+        if (whole && count > 0 && !functions.empty()) {
+            work.progress.note(std::to_string(functions.size()) + " functions again: " + kind);
+            whole = work.campaign.make(planPasses(kind, count, next, functions));
+        }
+        next += count;
+    };
+    further("more", options.more, true);
+    further("confirm", options.confirm ? how.passes : 0, false);
+
+    std::vector<std::string> const notes = work.finish(whole);
+    std::vector<Verdict> const verdicts = judgeMachines(passes, settings);
+    if (!how.output.empty()) {
+        work.write(verdicts.size() == 1 ? &verdicts[0] : nullptr, whole);
+    }
     show({.points = passes.points,
           .verdicts = verdicts,
-          .before = job.baseline,
-          .after = pathOr(job.library, "the library of ps_zolvm"),
-          .seconds = took.count(),
+          .before = work.job.baseline,
+          .after = pathOr(work.job.library, "the library of ps_zolvm"),
+          .seconds = work.seconds(),
           .notes = notes},
          options.show);
-    return whole ? exitOf(verdicts, options.show.failOn) : static_cast<int>(exitInterrupted);
+    return whole ? exitOf(verdicts, options.show.failOn) : exitInterrupted;
+}
+
+int runCommand(RunOptions const& options) {
+    PassOptions const& how = options.passes;
+    if (how.array) {
+        print(arrayScript(how.commandLine, how.passes));
+        return exitFine;
+    }
+    Work work(how, "");
+    std::vector<PlannedPass> const plan = planPasses("plain", how.passes, 1);
+    if (how.only > 0) {
+        return work.makeOnly(plan);
+    }
+    bool const whole = work.campaign.make(plan);
+    std::vector<std::string> const notes = work.finish(whole);
+    Merged const merged = mergePasses(work.campaign.passes());
+    if (how.output.empty()) {
+        print(tableText(work.campaign.passes().points, merged.pass, merged.words));
+    } else {
+        work.write(nullptr, whole);
+    }
+    tell(mergedText(merged, work.campaign.passes()));
+    for (std::string const& note : notes) {
+        tell(note);
+    }
+    return whole ? exitFine : exitInterrupted;
 }
 
 int verdictCommand(VerdictOptions const& options) {
@@ -254,6 +350,36 @@ int verdictCommand(VerdictOptions const& options) {
     return exitOf(verdicts, options.show.failOn);
 }
 
+int compareCommand(CompareOptions const& options) {
+    Passes passes = readTables({options.before});
+    std::size_t const first = passes.list.size();
+    readPasses(passes, readFile(options.after), options.after);
+    std::span<Pass const> const all = passes.list;
+    Comparison const comparison =
+        compareTables(passes.points, all.first(first), all.subspan(first), options.show.settings);
+    if (comparison.verdict.points.empty()) {
+        throw Failure("the tables have no row in common");
+    }
+    std::vector<std::string> notes = comparison.differences;
+    for (auto const& [count, name] : {std::pair{comparison.onlyBefore, &options.before},
+                                      std::pair{comparison.onlyAfter, &options.after}}) {
+        if (count > 0) {
+            notes.push_back(std::to_string(count) + " rows that only " + *name + " has");
+        }
+    }
+    bool const differs = !notes.empty();
+    std::vector<std::string> const advice = adviceOf(comparison);
+    notes.insert(notes.end(), advice.begin(), advice.end());
+    std::vector<Verdict> const verdicts{comparison.verdict};
+    show({.points = passes.points,
+          .verdicts = verdicts,
+          .before = options.before,
+          .after = options.after,
+          .notes = notes},
+         options.show);
+    return options.strict && differs ? exitFailed : exitOf(verdicts, options.show.failOn);
+}
+
 int mergeCommand(MergeOptions const& options) {
     refuseOverwriting(options.output, options.files);
     refuseOverwriting(options.output + ".passes.csv", options.files);
@@ -268,8 +394,7 @@ int mergeCommand(MergeOptions const& options) {
     } else {
         writeResults(options.output, passes, nullptr);
     }
-    (void)std::fprintf(stderr, "%zu points of %zu passes, %d of them far apart\n",
-                       merged.pass.readings.size(), passes.list.size(), merged.apart);
+    tell(mergedText(merged, passes));
     return exitFine;
 }
 

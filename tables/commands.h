@@ -32,8 +32,9 @@ struct PassOptions {
     double silenceLimit = 300;
     bool resume = false;
     bool quiet = false;
-    bool array = false; // print the job array's script
-    int only = 0;       // make this pass alone; 0: all
+    bool array = false;                   // print the job array's script
+    std::vector<std::string> commandLine; // for it
+    int only = 0;                         // make this pass alone; 0: all
 };
 
 struct PairOptions {
@@ -45,9 +46,23 @@ struct PairOptions {
     bool control = true;
 };
 
+// run: plain passes
+struct RunOptions {
+    PassOptions passes{};
+    RunOptions() { passes.passes = 5; }
+};
+
 struct VerdictOptions {
     std::vector<std::string> files;
     ShowOptions show;
+};
+
+struct CompareOptions {
+    std::string before;
+    std::string after;
+    ShowOptions show{};
+    bool strict = false; // other rows, machines, libraries or keys are a failure
+    CompareOptions() { show.settings.threshold = 0.03; }
 };
 
 struct MergeOptions {
@@ -55,8 +70,10 @@ struct MergeOptions {
     std::string output;
 };
 
-int pairCommand(PairOptions const& options, std::vector<std::string> const& commandLine);
+int pairCommand(PairOptions const& options);
+int runCommand(RunOptions const& options);
 int verdictCommand(VerdictOptions const& options);
+int compareCommand(CompareOptions const& options);
 int mergeCommand(MergeOptions const& options);
 
 } // namespace tables

@@ -76,7 +76,13 @@ int main(int argc, char** argv) {
                      "Don't measure again what was called before it is reported");
     pairApp.add_flag("!--no-control", pair.control, "No passes of the baseline against itself");
     addShow(pairApp, pair.show);
-    pairApp.callback([&] { command = [&] { return pairCommand(pair, {argv, argv + argc}); }; });
+    pairApp.callback([&] { command = [&] { return pairCommand(pair); }; });
+
+    RunOptions run;
+    CLI::App& runApp = *app.add_subcommand("run", "Absolute numbers: one table of several passes");
+    addPasses(runApp, run.passes);
+    runApp.callback([&] { command = [&] { return runCommand(run); }; });
+    pair.passes.commandLine = run.passes.commandLine = {argv, argv + argc};
 
     VerdictOptions verdict;
     CLI::App& verdictApp = *app.add_subcommand("verdict", "The verdict of pairs that are there");
@@ -84,6 +90,16 @@ int main(int argc, char** argv) {
         ->required();
     addShow(verdictApp, verdict.show);
     verdictApp.callback([&] { command = [&] { return verdictCommand(verdict); }; });
+
+    CompareOptions compare;
+    CLI::App& compareApp =
+        *app.add_subcommand("compare", "Two tables of absolute numbers, or files of passes");
+    compareApp.add_option("before", compare.before, "The first table")->required();
+    compareApp.add_option("after", compare.after, "The second table")->required();
+    compareApp.add_flag("--strict", compare.strict,
+                        "Other rows, machines, libraries or keys are a failure");
+    addShow(compareApp, compare.show);
+    compareApp.callback([&] { command = [&] { return compareCommand(compare); }; });
 
     MergeOptions merge;
     CLI::App& mergeApp = *app.add_subcommand("merge", "Several passes become one table");

@@ -85,8 +85,11 @@ std::string passesLine(Shown const& shown, Verdict const& verdict) {
     if (shown.seconds > 0) {
         text += format(", %.0f s", shown.seconds);
     }
-    return text +
-           format(", %.0f%% of the readings had the core to themselves", verdict.quietShare * 100);
+    if (verdict.quietShare >= 0) {
+        text +=
+            format(", %.0f%% of the readings had the core to themselves", verdict.quietShare * 100);
+    }
+    return text;
 }
 
 // Rows of ranges, as many as are shown; how many are left is told.
@@ -238,9 +241,12 @@ std::string showText(Shown const& shown) {
         text += means("length", meansByLength(shown.points, verdict));
         text += means("family",
                       notable(meansByFamily(shown.points, verdict), shown.settings.threshold));
-        std::string const control = controlText(verdict.control);
-        text += verdict.control.asExpected() ? control : coloured(Call::slower, control);
-        text += '\n' + passesLine(shown, verdict) + "\n";
+        if (verdict.quietShare >= 0) {
+            std::string const control = controlText(verdict.control);
+            text += verdict.control.asExpected() ? control : coloured(Call::slower, control);
+            text += '\n';
+        }
+        text += passesLine(shown, verdict) + '\n';
         text += &verdict == &shown.verdicts.back() ? "" : "\n";
     }
     if (shown.verdicts.size() > 1) {
@@ -266,7 +272,8 @@ std::string showMarkdown(Shown const& shown) {
                 ": " + counts(verdict) +
                 format(" of %zu points (threshold %g%%); ", verdict.points.size(),
                        shown.settings.threshold * 100) +
-                controlText(verdict.control) + "; " + passesLine(shown, verdict) + ".\n";
+                (verdict.quietShare >= 0 ? controlText(verdict.control) + "; " : "") +
+                passesLine(shown, verdict) + ".\n";
         std::size_t left = 0;
         std::vector<CalledRange> const ranges = shownRanges(shown, verdict, left);
         text += ranges.empty() ? ""

@@ -5,8 +5,6 @@
 #include <cmath>
 #include <map>
 
-#include "core/statistics.h"
-
 namespace tables {
 
 namespace {
@@ -114,22 +112,32 @@ std::vector<Judgement> judge(std::vector<Sample> const& samples, VerdictSettings
     }
     Prior const prior = fitPrior(locations, groups);
     std::vector<Judgement> judgements;
-    std::vector<double> chances;
     for (std::size_t i = 0; i < samples.size(); ++i) {
         Judgement one{.point = samples[i].point,
-                      .passes = static_cast<int>(samples[i].logs.size()),
-                      .ratio = std::exp(locations[i].center),
-                      .low = 0,
-                      .high = HUGE_VAL};
+                      .passes = static_cast<int>(samples[i].logs.size())};
         if (locations[i].kept > 1) {
-            Estimate const estimate = moderated(locations[i], prior, groups[i]);
-            double const half = estimate.halfWidth(settings.level);
-            one.low = std::exp(estimate.center - half);
-            one.high = std::exp(estimate.center + half);
-            one.chance = estimate.chance();
+            setEstimate(one, moderated(locations[i], prior, groups[i]), settings.level);
+        } else {
+            one.ratio = std::exp(locations[i].center);
         }
-        chances.push_back(one.chance);
         judgements.push_back(one);
+    }
+    decide(judgements, settings);
+    return judgements;
+}
+
+void setEstimate(Judgement& judgement, Estimate const& estimate, double level) {
+    double const half = estimate.halfWidth(level);
+    judgement.ratio = std::exp(estimate.center);
+    judgement.low = std::exp(estimate.center - half);
+    judgement.high = std::exp(estimate.center + half);
+    judgement.chance = estimate.chance();
+}
+
+void decide(std::vector<Judgement>& judgements, VerdictSettings const& settings) {
+    std::vector<double> chances;
+    for (Judgement const& one : judgements) {
+        chances.push_back(one.chance);
     }
     double const limit = discoveryLimit(chances, settings.falseShare);
     double const most = 1 + settings.threshold;
@@ -141,7 +149,6 @@ std::vector<Judgement> judge(std::vector<Sample> const& samples, VerdictSettings
             one.call = Call::same;
         }
     }
-    return judgements;
 }
 
 int Verdict::count(Call call) const {
@@ -165,7 +172,7 @@ Verdict judgePairs(Passes const& passes, VerdictSettings const& settings) {
     }
     verdict.machine = passes.list.empty() ? "" : passes.list.front().machine();
     verdict.passes = static_cast<int>(passes.list.size());
-    verdict.quietShare = readings > 0 ? quiet / readings : 0;
+    verdict.quietShare = readings > 0 ? quiet / readings : -1;
     return verdict;
 }
 

@@ -3,10 +3,12 @@
 #ifndef CORE_VERDICT_H
 #define CORE_VERDICT_H
 
+#include <cmath>
 #include <cstdint>
 #include <string>
 #include <vector>
 
+#include "core/statistics.h"
 #include "core/table.h"
 
 namespace tables {
@@ -27,7 +29,7 @@ struct Judgement {
     int passes = 0;
     double ratio = 1; // library under test divided by baseline
     double low = 0;   // interval
-    double high = 0;
+    double high = HUGE_VAL;
     double chance = 1; // of such readings if nothing had changed
     Call call = Call::undecided;
     bool again = false; // measured again, and this is what the fresh passes say
@@ -45,6 +47,12 @@ struct Sample {
 // Judges all points at once: scales borrow from each other, and the false calls are held over all.
 std::vector<Judgement> judge(std::vector<Sample> const& samples, VerdictSettings const& settings);
 
+// Ratio, interval and chance of a logarithm that is known so well.
+void setEstimate(Judgement& judgement, Estimate const& estimate, double level);
+
+// The calls of points whose chances, ratios and intervals are known, all at once.
+void decide(std::vector<Judgement>& judgements, VerdictSettings const& settings);
+
 // How the baseline read against itself.
 struct Control {
     int points = 0;  // 0: there was no control
@@ -59,7 +67,7 @@ struct Verdict {
     std::vector<Judgement> points; // in the order of the list
     Control control;
     int passes = 0;
-    double quietShare = 0; // of the readings of pairs
+    double quietShare = -1; // of the readings of pairs; below 0: there are none
 
     int count(Call call) const;
 };

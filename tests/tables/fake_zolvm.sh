@@ -16,7 +16,7 @@ echo "$run ${LD_LIBRARY_PATH##*/} first=$first only=$only mhz=$PS_CPU_MHZ $FAKE_
 [ "$FAKE" = "nothing:$run" ] && echo "FATAL ERROR: no such thing" && exit 0
 case $FAKE in [A-Z]*:$run) kill -${FAKE%:*} $PPID && exec sleep 1 ;; esac # its parent's end
 awk -v run=$run -v first="$first" -v only="$only" -v how="$FAKE" -v slow="${FAKE_SLOW:-0}" \
-    -v itself="$([ "${LD_LIBRARY_PATH%%:*}" = "$baseline" ] && echo 1)" -v stray="$FAKE_STRAY" \
+    -v itself="$([ "${LD_LIBRARY_PATH%%:*}" = "${baseline:-none}" ] && echo 1)" -v stray="$FAKE_STRAY" \
     -v table="$table" -v paired="$baseline" '
 BEGIN {
     print "CPU,A chip, 2x2.6 GHz, Max cache size 1 K\nComputer,vm\nLibrary,ZOL" >table

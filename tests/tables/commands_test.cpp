@@ -1,4 +1,4 @@
-// pair_test.cpp - runs ps_tables with a ps_zolvm whose readings and faults are known.
+// commands_test.cpp - runs ps_tables with a ps_zolvm whose readings and faults are known.
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
@@ -147,4 +147,84 @@ TEST(Pair, AnInterruptedComparisonGoesOnWhereItStopped) {
         EXPECT_FALSE(bench.exists("cmp.csv.passes"));
         EXPECT_EQ(17U, bench.log().size()) << "8 and 8 passes, and the interrupted one";
     }
+}
+
+TEST(Pair, RealLibrariesAreComparedFromEndToEnd) {
+    Bench bench;
+    Outcome const outcome =
+        bench.run("pair --baseline '" ZOL_LIBRARIES "' --passes 4 --fail-on never "
+                  "--no-control -o cmp.csv -- -fSqr_");
+    EXPECT_EQ(0, outcome.status) << outcome.out << outcome.err;
+    EXPECT_TRUE(contains(outcome.out, "22 points: ")) << outcome.out << outcome.err;
+    EXPECT_TRUE(contains(readFile(bench.at("cmp.csv.passes.csv")), "\n4,Sqr,64f,A53,32768,"));
+}
+
+TEST(Run, PassesBecomeATableThatComparesWithAnother) {
+    Bench bench;
+    std::string const run = "run -q --program ./ps_zolvm --passes 4 ";
+    EXPECT_EQ(0, bench.run(run + "-o before.csv").status);
+    EXPECT_EQ(0, bench.run(run + "-o after.csv", "FAKE_SLOW=8").status);
+    Outcome const outcome = bench.run("compare before.csv.passes.csv after.csv.passes.csv");
+    EXPECT_EQ(1, outcome.status) << outcome.out;
+    EXPECT_TRUE(contains(outcome.out, "Sin_32f_A24                64..256    +8."));
+    EXPECT_TRUE(contains(outcome.out, "48 points: 3 slower, 0 faster, 0 undecided, 45 same"));
+    Outcome const merged = bench.run("compare before.csv after.csv");
+    EXPECT_EQ(0, merged.status);
+    EXPECT_TRUE(contains(merged.out, "of single runs, only changes beyond 30% are called"));
+
+    // What only one has is told, and --strict takes it for a failure.
+    runShell("grep -v '^Abs' " + bench.at("after.csv") + " | sed s/ZOL/ZOL2/ >" +
+             bench.at("less.csv"));
+    Outcome const less = bench.run("compare before.csv less.csv --strict");
+    EXPECT_EQ(2, less.status);
+    EXPECT_TRUE(contains(less.out, "other Library: 'ZOL', then 'ZOL2'\n"
+                                   "4 rows that only before.csv has\n"));
+    EXPECT_EQ(0, bench.run("compare before.csv less.csv").status);
+
+    // A table that was merged is merged again; a job array makes the same passes one by one.
+    EXPECT_EQ(0, bench.run("merge before.csv after.csv -o both.csv").status);
+    EXPECT_TRUE(contains(readFile(bench.at("both.csv")), "Passes,2\n"));
+    std::string const script =
+        bench.run("run --array --program ./ps_zolvm --passes 2 -o array.csv -- -fSin").out;
+    EXPECT_TRUE(contains(script, "#SBATCH --array=1-2\n")) << script;
+    for (char const* const task : {"2", "1"}) {
+        EXPECT_EQ(0,
+                  runShell("cd " + bench.at("") + " && SLURM_ARRAY_TASK_ID=" + task + " sh", script)
+                      .status);
+    }
+    EXPECT_FALSE(bench.exists("array.csv"));
+    std::size_t const made = bench.log().size();
+    EXPECT_EQ(
+        0,
+        bench.run("run --resume -q --program ./ps_zolvm --passes 2 -o array.csv -- -fSin").status);
+    EXPECT_TRUE(bench.exists("array.csv"));
+    EXPECT_EQ(made, bench.log().size());
+}
+
+TEST(Run, OutputsAreWholeOrNotThere) {
+    Bench bench;
+    std::string const table = bench.at("t.csv");
+    EXPECT_EQ(0, bench
+                     .run("run -q --program ./ps_zolvm --passes 1 -o t.csv "
+                          "--launch 'env FAKE_WORD=launched'")
+                     .status);
+    EXPECT_EQ(1, count(bench.log(), " launched"));
+    std::string const before = readFile(table);
+    std::pair<char const*, char const*> const cases[] = {
+        {"merge t.csv -o ./t.csv", "ps_tables: ./t.csv: is one of the inputs\n"},
+        {"merge t.csv -o /none/x.csv",
+         "ps_tables: /none/x.csv.passes.csv: No such file or directory\n"},
+        {"merge t.csv nothing.csv -o x.csv", "ps_tables: nothing.csv: No such file or directory\n"},
+        {"merge t.csv . -o x.csv", "ps_tables: .: Is a directory\n"},
+        {"merge t.csv >/dev/full", "ps_tables: standard output: cannot be written\n"},
+        {"compare t.csv t.csv --threshold 0", "--threshold: Value 0 not in range"},
+    };
+    for (auto const& [words, told] : cases) {
+        Outcome const outcome = bench.run(words);
+        EXPECT_EQ(2, outcome.status) << words;
+        EXPECT_TRUE(contains(outcome.err, told)) << outcome.err;
+    }
+    EXPECT_FALSE(bench.exists("x.csv"));
+    EXPECT_EQ(before, readFile(table));
+    EXPECT_EQ("", runShell("ls " + bench.at("") + " | grep new[0-9]").out) << "left behind";
 }
