@@ -180,6 +180,8 @@ class Fault:
         self.line = text.count("\n", 0, begin) + 1
         self.mutated = text[:begin] + new + text[end:]
         low = text.rfind("\n", 0, begin) + 1
+        if not new.strip():  # what is left out says little without the line above it
+            low = text.rfind("\n", 0, max(low - 1, 0)) + 1
         high = text.find("\n", end)
         self.old = " ".join(text[low:high].split())
         self.new = " ".join((text[low:begin] + new + text[end:high]).split())

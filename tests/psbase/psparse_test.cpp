@@ -48,6 +48,9 @@ TEST(PsParse, CountsTheWordsThatFindNoRoom) {
     EXPECT_EQ(psString("one").parse(a, b, " "), 1);
     EXPECT_STREQ(a.c_str(), "one");
     EXPECT_TRUE(b.empty());
+    psString c("old");
+    EXPECT_EQ(psString("one two three four").parse(a, b, c, " "), 4);
+    EXPECT_STREQ((a + b + c).c_str(), "onetwothree");
 }
 
 } // namespace

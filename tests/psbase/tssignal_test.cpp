@@ -24,6 +24,7 @@ void land(Fault fault) {
 }
 
 TEST(TsSignalDeathTest, ASecondFaultOfTheSameSignalEndsTheProcess) {
+    EXPECT_STREQ(tsSignal::getInfo(), "Unknown exception");
     // A true fault, as a blocked signal that is merely raised would only wait.
     auto const illegal = [] { asm volatile("ud2"); };
     EXPECT_EXIT(

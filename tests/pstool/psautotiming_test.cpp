@@ -45,7 +45,7 @@ TEST_F(PsAutoTiming, EveryBranchAsksForItsLoopCounts) {
         // The iteration: none, at the maximum, settled by simple measurements, not settled.
         {4, 4, 10000, {{20000}}, {4}, 2, 5000, "nLps=4 acc=100.0%"},
         {1, 2, 10000, {{10000}, {20000}}, {1, 2}, 1, 10000, "nLps=2"},
-        {1, 2048, 10000, {{10000}, {41200}, {40000}, {40400}}, {1, 4, 4, 4}, 1, 10000, "nLps=4"},
+        {1, 2048, 10000, {{10000}, {40600}, {40000}, {40400}}, {1, 4, 4, 4}, 1, 10000, "nLps=4"},
         {1, 2048, 10000,
          {{10000}, {41200}, {60000}, {41200}, {160000}, {160000}, {160000}},
          {1, 4, 4, 4, 16, 16, 16}, 1, 10000, "nLps=16"},
@@ -80,6 +80,11 @@ TEST_F(PsAutoTiming, TheWantedAccuracyDecidesTheWarning) {
     EXPECT_STREQ(tool.m_comment.c_str(), "nLps=4");
     EXPECT_EQ(tool.m_actualAccuracy, 0.5);
     EXPECT_EQ(tool.m_funcTicks, 50000.0);
+    start({{300}, {330}}); // repeated at a count that wasn't measured before
+    tool.m_funcLoop = scriptedLoop;
+    EXPECT_EQ(tool.repeatTiming(3, 2), psResOk);
+    EXPECT_EQ(askedLoops, (std::vector<int>{3, 3}));
+    EXPECT_EQ(tool.m_funcTicks, 100.0);
 }
 
 TEST_F(PsAutoTiming, LoopFactorMovesTheStartAndTheMaximum) {
@@ -108,7 +113,7 @@ TEST_F(PsAutoTiming, CallsAreCountedWhereTheTestCanCountThem) {
 
 TEST_F(PsAutoTiming, TheStoryIsToldToTheByte) {
     start({{3000}, {24000}, {98880}, {97000}, {97600}});
-    MessageCapture messages(15);
+    MessageCapture messages(MSG_TRACE | 15);
     EXPECT_EQ(tool.timing(scriptedLoop, nullptr, nullptr, nullptr), psResOk);
     EXPECT_TRUE(matchesStored("pstool/auto", messages.text()));
 }

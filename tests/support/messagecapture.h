@@ -3,6 +3,7 @@
 #define TESTS_SUPPORT_MESSAGECAPTURE_H
 
 #include <cstdio>
+#include <gtest/gtest.h>
 #include <string>
 
 #include "psstream/psostream.h"
@@ -31,16 +32,20 @@ private:
     psTargetList::iterator place;
 };
 
-// Of g_ostrm, at an output level.
+// Of g_ostrm, at an output level. Each message puts the message level back.
 class MessageCapture : public StreamCapture {
 public:
     explicit MessageCapture(OutputLevel level) : StreamCapture(g_ostrm) {
         g_ostrm.setOutLevel(level);
     }
-    ~MessageCapture() { g_ostrm.setOutLevel(savedLevel); }
+    ~MessageCapture() {
+        g_ostrm.setOutLevel(savedLevel);
+        EXPECT_EQ(g_ostrm.getMsgLevel(), savedMessageLevel);
+    }
 
 private:
     OutputLevel savedLevel = g_ostrm.getOutLevel();
+    decltype(g_ostrm.getMsgLevel()) savedMessageLevel = g_ostrm.getMsgLevel();
 };
 
 #endif
