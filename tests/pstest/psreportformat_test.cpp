@@ -26,6 +26,9 @@ TEST(PsReportFormat, PlacesItemsByColumn) {
         line.resize(78, ' ');
         EXPECT_EQ(line + "|\n", form.getLine(label, separator, text, right).c_str());
     }
+    std::string const whole(78, 'w'); // of the whole line
+    EXPECT_EQ("| Test      : " + whole + "\n",
+              form.getLine("Test", ":", "", whole.c_str()).c_str());
     // Overruns: no bar, and the right-hand text goes behind.
     EXPECT_EQ("| " + wide + "x\n", form.getLine((wide + "x").c_str()).c_str());
     EXPECT_EQ("| Test      : " + value + " right\n",

@@ -5,8 +5,11 @@
 #include "runfixture.h"
 
 TEST(PsTestInfo, CutAtTheFirstTwoSlashes) {
-    char const* const cases[][4] = {
-        {"a", "a", "", ""}, {"a/b", "a", "b", ""}, {"a/b/c/d", "a", "b", "c/d"}};
+    char const* const cases[][4] = {{"a", "a", "", ""},
+                                    {"a/b", "a", "b", ""},
+                                    {"a/b/c/d", "a", "b", "c/d"},
+                                    {"/b/c", "", "b", "c"},
+                                    {"/", "", "", ""}};
     for (auto const& [text, name, note, macro] : cases) {
         SCOPED_TRACE(text);
         psTestInfo const cut(text);

@@ -3,7 +3,9 @@
 #include <csignal>
 
 #include "psbase/psexception.h"
+#include "pstest/psrunmode.h"
 #include "runfixture.h"
+#include "support/storedtext.h"
 
 namespace {
 
@@ -30,29 +32,33 @@ constexpr char perfLine[] = "  nLps=10     perf=      100/        8=     12.5 cl
 
 } // namespace
 
-TEST_F(PsTestRun, WalksAllSetsTheLastParameterFastest) {
+// Console and table of: a walk over two parameters, the last one fastest; a function with a number
+// of operations; name lines; functions that are not hot; repeated, deprecated and wrong parameters.
+TEST_F(PsTestRun, WholeRuns) {
     psStepIterator<int> step;
     step.init("Step", 5, 10, 2, StepMul);
     addParm(test, step);
     psTest::m_numParmsColm = 3;
-    std::string const perf = perfLine;
-    expectRun(psResOk, " Len = 1; 2\n"
-                       " for (Step = 5; Step <= 10; Step *= 2)\n"
-                       "   Test has been registered with loopMethod.\n"
-                       "   loopMethod is called for measuring.\n"
-                       "Const\n"
-                       "Len=1 Step=5 \n" +
-                           perf + "Len=1 Step=10 \n" + perf + "Len=2 Step=5 \n" + perf +
-                           "Len=2 Step=10 \n" + perf);
-    EXPECT_EQ(rows(), "zScript,1,5,nLps=10,12.5,elem,0.1,-\n"
-                      "zScript,1,10,nLps=10,12.5,elem,0.1,-\n"
-                      "zScript,2,5,nLps=10,12.5,elem,0.1,-\n"
-                      "zScript,2,10,nLps=10,12.5,elem,0.1,-\n");
+    EXPECT_EQ(test.run(), psResOk);
     test.registered.clear(); // one set then
     test.flops = 50.0;
+    psRunMode::nameMode = 1;
     EXPECT_EQ(test.run(), psResOk);
-    EXPECT_TRUE(rows().ends_with("zScript,2,10,nLps=10,12.5,elem,0.1,-\n"
-                                 "zScript,-,-,nLps=10,12.5,elem,0.1,500\n"));
+    psRunMode::nameMode = 0;
+    psTest::m_hot = 2;
+    EXPECT_EQ(test.run(), psResDataFail);
+    psTest::m_hot = 1;
+    EXPECT_EQ(test.run(), psResOk);
+    psTest::m_hot = 0;
+    addParm(test, list);
+    list.addDeprecated(1, "one");
+    EXPECT_EQ(test.run(), psResOk);
+    list.translate("5; 5");
+    EXPECT_EQ(test.run(), psResDataWrn);
+    // The table may hold lines of earlier tests.
+    std::string const told =
+        std::regex_replace(lines(), std::regex(R"(Lines \d+ & \d+)"), "Lines N & N+1");
+    EXPECT_TRUE(matchesStored("pstest/runs", told + rows()));
 }
 
 TEST_F(PsTestRun, ResultsMergeUpwardAndFailuresEndTheWalk) {
@@ -107,17 +113,6 @@ TEST_F(PsTestRun, WithoutStartDataOrValues) {
     test.onStart = [] { return false; };
     expectRun(psResDataFail,
               "-- One of argument list for timing is empty\n-- Can't start timing\n");
-}
-
-TEST_F(PsTestRun, DuplicateAndDeprecatedRows) {
-    list.addDeprecated(1, "one");
-    EXPECT_EQ(test.run(), psResOk);
-    EXPECT_EQ(rows(), "zScript,1,nLps=10,12.5,elem,0.1,-\n"
-                      "zScript,2,nLps=10,12.5,elem,0.1,-\n"
-                      "zScript,one,deprecated,12.5,elem,0.1,-\n");
-    list.translate("5; 5");
-    expectRun(psResDataWrn, " have identical parameters\n"
-                            "-- Warning: duplicate lines in performance table (csv-file)\n");
 }
 
 TEST_F(PsTestRun, SignalsAndExceptionsEndTheTestAndTheNextOneRuns) {
