@@ -79,6 +79,7 @@ TEST_F(PsDialogue, MethodsAndAccuracy) {
         SCOPED_TRACE(testing::PrintToString(words));
         resetGlobals();
         words.emplace_back("-B");
+        psSetVectorShift(64); // no source reaches the shift
         read(words);
         EXPECT_EQ(settings(), wanted);
     }
@@ -110,6 +111,7 @@ TEST_F(PsDialogue, SourcesGiveTheSameSettings) {
         psRegParm(parameter);
         answers(input);
         read(std::move(words));
+        EXPECT_FALSE(parameter.m_toRead) << "no test reads it again";
         return settings() + " " + std::to_string(parameter.value());
     };
     std::string const wanted = "3 10 12 10000 2 100 5000 0.1 yes 3 no 512 42";

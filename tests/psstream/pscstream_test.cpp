@@ -35,6 +35,9 @@ TEST_F(PsCStream, DropsColumnsBeyondTheLast) {
         wanted.append(i > 0 ? "," : "").append(i < 32 ? std::to_string(i) : "-");
     }
     table.setColm(32, "x");
+    psString cell;
+    EXPECT_FALSE(table.getColm(32, cell) || table.getColm(-1, cell));
+    EXPECT_TRUE(table.getColm(31, cell) && cell == "31");
     table.lineOut(34);
     EXPECT_EQ(rows(), wanted + "\n");
 }
