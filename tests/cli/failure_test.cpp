@@ -44,3 +44,18 @@ TEST(Failure, ClosedStandardInputTakesTheDefaults) {
     EXPECT_TRUE(contains(outcome.out, "   1\t__psNorvoCpuTest") ||
                 contains(outcome.out, "   1\tzolsSqr_32f_A24"));
 }
+
+// A named pipe as signal file holds the program until it is read: all else has to be there by then.
+TEST(Failure, TheSignalFileComesBehindAllOthersAndTheIniFileIsWrittenOnce) {
+    TempDirectory const dir;
+    Outcome const outcome = runShell(
+        "cd " + dir.path + "; mkfifo x.end; PS_CPU_MHZ=1000 " + psEmpty() + " -B -I" + dir.path +
+        "x.ini -LTRACE -o" + dir.path + "x.txt -g" + dir.path +
+        "x.end >x.out & i=0; until tail -n 1 x.txt | grep -q 'out of main' || [ $i = 100 ]; do "
+        "i=$((i + 1)); sleep 0.05; done; cp x.txt copy; stat -c %i x.ini; cat x.end >signal; wait; "
+        "stat -c %i x.ini; cmp x.txt copy");
+    auto const inodes = lines(outcome.out);
+    ASSERT_EQ(inodes.size(), 2U) << outcome.out;
+    EXPECT_EQ(inodes[0], inodes[1]);
+    EXPECT_EQ(lines(readFile(dir.path + "signal")).size(), 3U);
+}

@@ -171,6 +171,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
         }
         settings = fuzz.settings();
         fuzz.session.outputSignal();
+        fuzz.session.endOutput();
     }
     if (iniWritten) {
         checkIniGivesSame(iniPath, settings, text + "%%\n" + typed);

@@ -128,7 +128,10 @@ std::string SessionTest::parse(std::vector<std::string> words) {
 std::string SessionTest::run(std::vector<std::string> words, std::unique_ptr<psSession> runner) {
     std::vector<char*> pointers = arguments(words);
     session = std::move(runner);
-    return shown([&] { session->run(static_cast<int>(pointers.size()), pointers.data()); });
+    return shown([&] {
+        session->run(static_cast<int>(pointers.size()), pointers.data());
+        session->endOutput();
+    });
 }
 
 void SessionTest::answers(std::string const& text) {

@@ -1,6 +1,9 @@
 // psfilestream_test.cpp - opening, lines of any kind, and writes that fail.
 #include "psstream/psfilestream.h"
 
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <vector>
 
 #include "psstream/streamfixture.h"
@@ -60,6 +63,38 @@ TEST_F(PsFileStream, TellsAFailedWriteOnce) {
         EXPECT_EQ(testing::internal::GetCapturedStderr(),
                   "-- Can't write to /dev/full: No space left on device\n");
     }
+}
+
+TEST_F(PsFileStream, WritesToNoFileThatAnotherProcessWritesTo) {
+    std::string const file = path("table");
+    int ready[2];
+    ASSERT_EQ(pipe(ready), 0);
+    pid_t const child = fork();
+    if (child == 0) {
+        psTargetList targets;
+        (void)targets.addStream(file.c_str(), false);
+        (*targets.begin())->write("whole\nhalf"); // a line is there at once, and as a whole
+        (void)::write(ready[1], "x", 1);
+        pause();
+    }
+    char byte;
+    ASSERT_EQ(read(ready[0], &byte, 1), 1);
+    for (bool const append : {false, true}) {
+        psTargetList targets;
+        EXPECT_TRUE(targets.addStream(file.c_str(), append));
+        EXPECT_TRUE(targets.empty());
+        EXPECT_EQ(content(file), "whole\n");
+    }
+    std::string const line = "-- Can't open file " + file + " to write: process " +
+                             std::to_string(child) + " writes to it\n";
+    EXPECT_EQ(console(), line + line);
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    psTargetList targets;
+    EXPECT_TRUE(targets.addStream(file.c_str(), false));
+    EXPECT_FALSE(targets.empty());
+    EXPECT_TRUE(targets.addStream("/dev/null", true)); // devices are for everyone
+    EXPECT_EQ(content(file), "");
 }
 
 } // namespace

@@ -1,4 +1,8 @@
 // main.cpp - the process: its session runs, and the exit code is 0 whatever came of it.
+#include <cstdio>
+#include <ctime>
+#include <exception>
+
 #include "ps/psregister.h"
 #include "ps/pssession.h"
 #include "psmemory/psmemory.h"
@@ -9,8 +13,17 @@ int main(int argc, char** argv) {
     if (pSession == nullptr) {
         pSession = new psSession;
     }
-    (void)pSession->run(argc, argv);
-    (void)psFreeAll();
-    g_trace.traceOut("main");
+    try {
+        (void)pSession->run(argc, argv);
+        (void)psFreeAll();
+        g_trace.traceOut("main");
+    } catch (std::exception const& failure) { // outside of any test: no memory
+        (void)std::fprintf(stderr, "-- The run ends here: %s\n", failure.what());
+        if (pTestList != nullptr) {
+            std::time(&pTestList->m_stopTime);
+            pSession->outputSignal();
+        }
+    }
+    pSession->endOutput();
     return 0;
 }

@@ -86,8 +86,6 @@ int psSession::run(int argc, char** argv) {
     if (measured) {
         outputFooter();
     }
-    // Whoever waits for the signal file finds the others complete.
-    g_ostrm.flush();
     g_istrm.deleteIniFile(); // written, once
     outputSignal();
     deleteTests();
@@ -216,13 +214,21 @@ void psSession::outputFooter() {
 }
 
 void psSession::outputSignal() {
-    if (m_sglName.empty()) {
-        return;
-    }
     time_t const stop = pTestList->m_stopTime;
     int const seconds = static_cast<int>(std::difftime(stop, pTestList->m_startTime));
+    m_sglText = psReportFormat::getTimeStr(seconds) + "\n" + std::ctime(&stop) + "\n";
+}
+
+void psSession::endOutput() {
+    g_ostrm.flush();
+    g_cstrm.flush();
+    g_qstrm.flush();
+    g_ustrm.flush();
+    if (m_sglName.empty() || m_sglText.empty()) {
+        return;
+    }
     o_stream signal(m_sglName, io_stream::Write | io_stream::Raw, true);
     if (signal.isOpen()) {
-        signal << psReportFormat::getTimeStr(seconds) << "\n" << std::ctime(&stop) << "\n";
+        signal << m_sglText;
     }
 }

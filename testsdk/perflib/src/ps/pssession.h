@@ -47,7 +47,7 @@ public:
     virtual void hint_descr(char which);
     virtual void outputHeader();
     virtual void outputFooter();
-    virtual void outputSignal();
+    virtual void outputSignal(); // puts the signal file's text together, for endOutput
     virtual void readCommonData();
 
     // Keys.
@@ -90,6 +90,9 @@ public:
     bool readCfgFile(psString& line, psString& path);
     bool enumOutput();
     bool hintOutput();
+    // The last act, behind run and the last trace line: makes the signal file. Who waits for it
+    // finds all others finished.
+    void endOutput();
     void selectTestParameters();
     void beginCommonData();
     void endCommonData();
@@ -106,6 +109,7 @@ public:
     bool m_iniWrite = false;
     psString m_cmdEcho;
     psString m_sglName;
+    psString m_sglText;
 
     static psString& m_exePath;
     static psString m_defName; // default file title

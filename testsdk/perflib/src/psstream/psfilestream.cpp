@@ -3,7 +3,9 @@
 
 #include <cerrno>
 #include <cstring>
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 #include <utility>
 
 #include "psstream/psostream.h"
@@ -12,28 +14,66 @@ namespace {
 
 psString keepPath(psString path) { return path; }
 
-FILE* openFile(char const* path, int mode) {
-    bool const reading = (mode & io_stream::Read) != 0;
-    psString letters;
-    if (reading) {
-        letters += 'r';
-    } else if ((mode & io_stream::Write) != 0) {
-        letters += (mode & io_stream::Append) != 0 ? 'a' : 'w';
-    } else {
-        return nullptr;
-    }
-    if ((mode & io_stream::Binary) != 0) {
-        letters += 'b';
-    }
-    FILE* const opened = std::fopen(path, letters.c_str());
-    // A directory opens for reading, but no read of it succeeds.
+struct stat factsOf(int number) {
     struct stat facts = {};
-    if (opened != nullptr && reading && fstat(fileno(opened), &facts) == 0 &&
-        S_ISDIR(facts.st_mode)) {
+    (void)fstat(number, &facts); // all zero after a failure
+    return facts;
+}
+
+FILE* openToRead(char const* path, char const* letters) {
+    FILE* const opened = std::fopen(path, letters);
+    // A directory opens for reading, but no read of it succeeds.
+    if (opened != nullptr && S_ISDIR(factsOf(fileno(opened)).st_mode)) {
         (void)std::fclose(opened);
         return nullptr;
     }
     return opened;
+}
+
+// The process that keeps others from writing to the file; 0 if that is this one now, or if there is
+// no lock to be had.
+int lockFile(int number) {
+    struct flock lock = {}; // of the whole file
+    do {
+        lock.l_type = F_WRLCK;
+        bool const held = fcntl(number, F_SETLK, &lock) < 0 && (errno == EACCES || errno == EAGAIN);
+        if (!held || fcntl(number, F_GETLK, &lock) < 0) {
+            return 0;
+        }
+    } while (lock.l_type == F_UNLCK); // let go in between
+    return lock.l_pid;
+}
+
+FILE* openToWrite(char const* path, char const* letters, int& holder) {
+    bool const append = letters[0] == 'a';
+    int const number = ::open(path, O_WRONLY | O_CREAT | (append ? O_APPEND : 0), 0666);
+    if (number < 0) {
+        return nullptr;
+    }
+    if (S_ISREG(factsOf(number).st_mode)) {
+        holder = lockFile(number);
+        if (holder != 0 || (!append && ftruncate(number, 0) != 0)) {
+            (void)::close(number);
+            return nullptr;
+        }
+    }
+    FILE* const opened = fdopen(number, letters);
+    if (opened != nullptr) {
+        (void)std::setvbuf(opened, nullptr, _IOLBF, BUFSIZ); // a kill leaves whole lines
+    }
+    return opened;
+}
+
+FILE* openFile(char const* path, int mode, int& holder) {
+    bool const reading = (mode & io_stream::Read) != 0;
+    if (!reading && (mode & io_stream::Write) == 0) {
+        return nullptr;
+    }
+    psString letters = reading ? "r" : (mode & io_stream::Append) != 0 ? "a" : "w";
+    if ((mode & io_stream::Binary) != 0) {
+        letters += 'b';
+    }
+    return reading ? openToRead(path, letters.c_str()) : openToWrite(path, letters.c_str(), holder);
 }
 
 // Takes zero bytes and a newline at the end out of what was read; gives what is left.
@@ -58,7 +98,7 @@ io_stream::io_stream(psString const& name, int mode, bool report) : file(nullptr
         if ((mode & Raw) == 0) {
             fileName = (mode & Read) != 0 ? inPathHook(name) : outPathHook(name);
         }
-        file = openFile(fileName.c_str(), mode);
+        file = openFile(fileName.c_str(), mode, holder);
     }
     if (file == nullptr && report) {
         g_ostrm << MSG_ERR;
@@ -70,7 +110,13 @@ io_stream::io_stream(psString const& name, int mode, bool report) : file(nullptr
         char const* const purpose = (mode & Read) != 0    ? " to read"
                                     : (mode & Write) != 0 ? " to write"
                                                           : "";
-        g_ostrm << purpose << ": " << getLastErrorMessage() << "\n" << MSG_RESTORE;
+        g_ostrm << purpose << ": ";
+        if (isHeld()) {
+            g_ostrm << "process " << holder << " writes to it";
+        } else {
+            g_ostrm << getLastErrorMessage();
+        }
+        g_ostrm << "\n" << MSG_RESTORE;
     }
 }
 
@@ -181,9 +227,10 @@ void psTargetList::close() {
 }
 
 bool psTargetList::addStream(psString const& name, bool append) {
-    o_stream* const target = createOStream(name, append);
+    bool isHeld = false;
+    o_stream* const target = createOStream(name, append, &isHeld);
     if (target == nullptr) {
-        return false;
+        return isHeld;
     }
     target->ownedByList = true;
     insert(end(), target);
@@ -192,11 +239,14 @@ bool psTargetList::addStream(psString const& name, bool append) {
 
 psString getLastErrorMessage() { return ""; }
 
-o_stream* createOStream(psString const& name, bool append) {
+o_stream* createOStream(psString const& name, bool append, bool* isHeld) {
     int const mode = io_stream::Raw | io_stream::Write | (append ? io_stream::Append : 0);
     auto* const made = new o_stream(name, mode, true);
     if (made->isOpen()) {
         return made;
+    }
+    if (isHeld != nullptr) {
+        *isHeld = made->isHeld();
     }
     delete made;
     return nullptr;

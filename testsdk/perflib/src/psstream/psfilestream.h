@@ -13,7 +13,9 @@ public:
     enum Mode { Read = 1, Write = 2, Append = 4, Binary = 8, Raw = 256 };
 
     // Opens the file, at the place that the path hooks give unless Raw is set. An empty name opens
-    // nothing. With report, a failure is told through g_ostrm at the error level.
+    // nothing. With report, a failure is told through g_ostrm at the error level. A file for
+    // writing is locked against other processes until it is closed, and emptied only then; its text
+    // reaches the disk line by line.
     io_stream(psString const& name, int mode, bool report);
     explicit io_stream(FILE* opened); // takes the file over
     io_stream(io_stream const&) = delete;
@@ -21,6 +23,7 @@ public:
     virtual ~io_stream();
 
     bool isOpen() const { return file != nullptr; }
+    bool isHeld() const { return holder != 0; } // not opened: another process writes to it
     virtual void close(); // does nothing when it is closed; a standard stream is only let go
 
     FILE* file;
@@ -34,6 +37,9 @@ protected:
     bool closeFile(); // false when the last bytes could not be written
 
     psString fileName; // the path that was opened, for messages
+
+private:
+    int holder = 0; // the process that has the file's lock
 };
 
 // A file that text is written to.
@@ -79,15 +85,17 @@ public:
     void flush();
     void close(); // the targets stay in the list
 
-    // Opens a file as a further target; false, told, if it can't be opened.
+    // Opens a file as a further target; false, told, if it can't be opened. One that another
+    // process writes to is left out, told, and that is no failure.
     bool addStream(psString const& name, bool append);
 };
 
 // Text of the platform's last error; empty here. The place for a platform's own text.
 psString getLastErrorMessage();
 
-// A target for a stream, on the heap and owned by the caller; null, told, if it can't be opened.
-o_stream* createOStream(psString const& name, bool append);
+// A target for a stream, on the heap and owned by the caller; null, told, if it can't be opened,
+// and then isHeld, if given, says whether another process writes to it.
+o_stream* createOStream(psString const& name, bool append, bool* isHeld = nullptr);
 
 extern i_stream c_in;  // standard input
 extern o_stream c_out; // standard output

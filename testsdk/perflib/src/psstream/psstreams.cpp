@@ -1,6 +1,7 @@
 // psstreams.cpp - the global stream objects, in the order in which they need each other.
 #include <cerrno>
 #include <csignal>
+#include <cstdio>
 #include <fcntl.h>
 
 #include "psstream/pscstream.h"
@@ -25,6 +26,8 @@ struct ProcessSetup {
         // of the run.
         std::signal(SIGPIPE, SIG_IGN);
         std::signal(SIGXFSZ, SIG_IGN);
+        // Of a redirected console, too, a kill shall leave whole lines.
+        (void)std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
     }
 };
 
