@@ -93,6 +93,12 @@ private:
     psStepIterator<int> m_length;
 };
 
+class EndFaultTest : public FaultTest {
+public:
+    explicit EndFaultTest(char const* name) : FaultTest(name, quietCall, SIGSEGV, -1) {}
+    void endTest() override { fault(); }
+};
+
 class FailTest : public psTest {
 public:
     explicit FailTest(char const* name)
@@ -125,6 +131,7 @@ public:
     psRegTest(new FaultTest("gIllInStart", quietCall, SIGILL, 0)) != 0 &&
     psRegTest(new FaultTest("hInvalidFlag", invalidFlagCall, SIGFPE, -1)) != 0 &&
     psRegTest(new FailTest("iFails")) != 0 && psRegTest(new TooFarTest("jTooFar")) != 0 &&
+    psRegTest(new EndFaultTest("lSegvAtEnd")) != 0 &&
     psRegTest(new FaultTest("kSlow", slowCall, SIGFPE, -1, 1000)) != 0 &&
     psRegTest(new FaultTest("zGood", quietCall, SIGFPE, -1)) != 0;
 

@@ -1,6 +1,7 @@
 // pstestrun_test.cpp - the run of one test: the walk over its sets, how results merge, and what
 // ends it early.
 #include <csignal>
+#include <sstream>
 
 #include "psbase/psexception.h"
 #include "pstest/psrunmode.h"
@@ -26,6 +27,40 @@ protected:
 
     psIterator<int> list;
     ScriptedTest test;
+};
+
+// A test that faults in one of its steps, at one of its calls.
+class FaultingTest : public ScriptedTest {
+public:
+    FaultingTest(std::string name, int atCall) : m_name(std::move(name)), m_calls(atCall) {}
+
+    void beginTest() override { (step("beginTest"), psTest::beginTest()); }
+    bool canStart() override { return step("canStart"), ScriptedTest::canStart(); }
+    void parmsFromIstrm() override { (step("parmsFromIstrm"), psTest::parmsFromIstrm()); }
+    void parmsNameToCstrm() override { (step("parmsNameToCstrm"), psTest::parmsNameToCstrm()); }
+    bool canContinue() override { return step("canContinue"), psTest::canContinue(); }
+    bool initData() override { return step("initData"), true; }
+    void constToOstrm() override { step("constToOstrm"); }
+    void parmsToOstrm() override { (step("parmsToOstrm"), psTest::parmsToOstrm()); }
+    psResult runTiming() override { return step("runTiming"), psTest::runTiming(); }
+    void funcToCstrm() override { (psTest::funcToCstrm(), step("funcToCstrm")); }
+    void parmsToCstrm() override { (step("parmsToCstrm"), psTest::parmsToCstrm()); }
+    void resultToCstrm(psResult result) override {
+        psTest::resultToCstrm(result);
+        step("resultToCstrm");
+    }
+    void flushData() override { step("flushData"); }
+    void flushStart() override { step("flushStart"); }
+    void endTest() override { step("endTest"); }
+
+private:
+    void step(std::string const& name) {
+        if (name == m_name && --m_calls == 0) {
+            raise(SIGFPE);
+        }
+    }
+    std::string m_name;
+    int m_calls;
 };
 
 constexpr char perfLine[] = "  nLps=10     perf=      100/        8=     12.5 clocks\n";
@@ -151,5 +186,45 @@ TEST_F(PsTestRun, SignalsAndExceptionsEndTheTestAndTheNextOneRuns) {
             EXPECT_EQ(g_ostrm.getMsgLevel(), msgLevel);
             EXPECT_EQ(ScriptedTest("zNext").run(), psResOk);
         }
+    }
+}
+
+TEST_F(PsTestRun, AFaultInAnyStepEndsItsTestAlone) {
+    StreamCapture summary(g_ustrm);
+    StreamCapture names(g_qstrm);
+    psRunMode::nameMode = 2;
+    list.addDeprecated(1, "one");
+    ScriptedTest next("zNext");
+    addParm(next, list);
+    std::pair<char const*, int> const steps[] = {
+        {"beginTest", 1},     {"canStart", 1},    {"parmsFromIstrm", 1}, {"parmsNameToCstrm", 1},
+        {"canContinue", 2},   {"initData", 2},    {"constToOstrm", 1},   {"parmsToOstrm", 2},
+        {"runTiming", 2},     {"funcToCstrm", 2}, {"parmsToCstrm", 2},   {"resultToCstrm", 1},
+        {"resultToCstrm", 2}, {"flushData", 2},   {"flushStart", 1},     {"endTest", 1}};
+    for (auto const& [step, call] : steps) {
+        SCOPED_TRACE(step);
+        FaultingTest faulting(step, call);
+        addParm(faulting, list);
+        EXPECT_EQ(faulting.run(), psResExcptFail);
+        EXPECT_EQ(faulting.m_result, psResExcptFail);
+        EXPECT_TRUE(lines().ends_with(std::string(" in ") + step + "\n")) << lines();
+        EXPECT_TRUE(summary.text().ends_with("EXCPTFAIL,\n")) << summary.text();
+        sigset_t none; // the signal is left blocked
+        sigemptyset(&none);
+        sigprocmask(SIG_SETMASK, &none, nullptr);
+
+        std::size_t const rowsBefore = rows().size();
+        std::size_t const namesBefore = names.text().size();
+        EXPECT_EQ(next.run(), psResOk);
+        EXPECT_EQ(rows().substr(rowsBefore), "zNext,1,nLps=10,12.5,elem,0.1,-\n"
+                                             "zNext,2,nLps=10,12.5,elem,0.1,-\n"
+                                             "zNext,one,deprecated,12.5,elem,0.1,-\n");
+        EXPECT_EQ(names.text().substr(namesBefore), "zNext,Len,parmNames,-,-,-,-\n");
+    }
+    psRunMode::nameMode = 0;
+    std::regex const row("z\\w+,Timing,(-,){4}zScript_timing_test,\\d,script.cpp,(OK|EXCPTFAIL),");
+    std::istringstream all(summary.text());
+    for (std::string line; std::getline(all, line);) {
+        EXPECT_TRUE(std::regex_match(line, row)) << line;
     }
 }

@@ -71,6 +71,12 @@ void psCStream::linePostponeOut(int n) {
     clearStore(postponeStore);
 }
 
+void psCStream::lineAbandon() {
+    tableFlush();
+    clearStore(postponeStore);
+    identicalLinesStart(0);
+}
+
 void psCStream::identicalLinesStart(int n) {
     identicalCount = n < 0 ? 0 : n < maxColumns ? n : maxColumns;
     clearStore(identicalStore);

@@ -19,6 +19,7 @@ public:
     void lineOut(int n);         // tableOut, count, watch, tableFlush
     void linePostpone();         // holds the line back
     void linePostponeOut(int n); // writes the held lines, oldest first
+    void lineAbandon();          // forgets the line, the held lines and the watch
 
     // Watch for lines whose first n columns repeat, from start to stop. A repeat is told on
     // g_ostrm as a warning; stop answers whether there was one.

@@ -231,9 +231,18 @@ void psTest::putTableName() {
         putTableNameLine();
     }
     if ((psRunMode::nameMode & namesIntoOwnTable) != 0) {
-        g_cstrm.swap(g_qstrm);
+        useNameTable(true);
         putTableNameLine();
+        useNameTable(false);
+    }
+}
+
+// A fault between the two calls leaves it on, and who takes the failure puts it off.
+void psTest::useNameTable(bool on) {
+    static bool isUsed = false;
+    if (on != isUsed) {
         g_cstrm.swap(g_qstrm);
+        isUsed = on;
     }
 }
 

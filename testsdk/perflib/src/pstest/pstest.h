@@ -10,6 +10,7 @@
 #include <ctime>
 
 class psConditions;
+class psException;
 
 // "name/note/macro" cut at its first two slashes.
 struct psTestInfo {
@@ -137,7 +138,11 @@ private:
     // Runs the body with a landing place for signals, which become a psException.
     bool callGuarded(bool (psTest::*body)());
     [[gnu::noinline]] bool runBody(); // false: not to be run
+    [[gnu::noinline]] bool endBody();
     [[gnu::noinline]] bool startAndStopBody();
+    void takeFailure(psException const& failure);
+    void outputReport();
+    static void useNameTable(bool on); // lets g_cstrm write to the targets of g_qstrm
     void outputTitle();
     void startAndMeasure();
     bool retryCacheSize();
@@ -145,6 +150,7 @@ private:
     void putTableLine(psResult result);
     char const* usedCallable() const;
 
+    bool m_summaryBegun = false; // the title stands in the row of the summary
     psTrace::State m_traceState; // open calls at the start of loopData; here, as a jump may end it
 };
 

@@ -2,6 +2,8 @@
 // walk over its parameter sets.
 #include "pstest/pstest.h"
 
+#include <new>
+
 #include "psbase/psexception.h"
 #include "psbase/tssignal.h"
 #include "pstest/psreport.h"
@@ -48,7 +50,11 @@ bool psTest::callGuarded(bool (psTest::*body)()) {
     if (setjmp(tsSignal::m_jmpbuf) != 0) {
         throw psException(tsSignal::getInfo());
     }
-    return (this->*body)();
+    try {
+        return (this->*body)();
+    } catch (std::bad_alloc const&) {
+        throw psException(psString("no memory"));
+    }
 }
 
 psResult psTest::run() {
@@ -58,34 +64,56 @@ psResult psTest::run() {
             return psResUndefined;
         }
     } catch (psException const& failure) {
-        m_currentResult = psResExcptFail;
         before.restore();
-        psResetPriority(); // a measurement that was left has raised it
-        g_ostrm << MSG_ERR << failure.msg() << " in " << g_trace.getCurName() << "\n";
-        if (g_pairing.inSeries()) {
-            g_ostrm << "-- It came from the "
-                    << (g_pairing.turn() == psBaseline ? "baseline\n" : "library under test\n");
-            g_pairing.endSeries();
-        }
-        g_ostrm << MSG_RESTORE;
+        takeFailure(failure);
     }
+    try {
+        callGuarded(&psTest::endBody);
+    } catch (psException const& failure) {
+        before.restore();
+        takeFailure(failure);
+        outputReport(); // corrects the one before
+    }
+    return m_result;
+}
+
+// What a jump out of the test has left open is closed: the next test begins with a clean table.
+void psTest::takeFailure(psException const& failure) {
+    m_currentResult = psResExcptFail;
+    psResetPriority(); // a measurement that was left has raised it
+    g_ostrm << MSG_ERR << failure.msg() << " in " << g_trace.getCurName() << "\n";
+    if (g_pairing.inSeries()) {
+        g_ostrm << "-- It came from the "
+                << (g_pairing.turn() == psBaseline ? "baseline\n" : "library under test\n");
+        g_pairing.endSeries();
+    }
+    g_ostrm << MSG_RESTORE;
+    useNameTable(false);
+    g_cstrm.lineAbandon();
+    setDeprecatedFlag(false);
+}
+
+void psTest::outputReport() {
     m_result = m_currentResult;
     m_stopTime = time(nullptr);
     traced("testResult", [this] {
         psReportTestResult const report(this);
         g_ostrm << report;
+        if (!m_summaryBegun) { // of a test that failed before its title, or behind its row
+            g_ustrm << psReportTestTitle(this);
+        }
+        m_summaryBegun = false;
         g_ustrm << report;
         g_ostrm.flush();
         g_cstrm.flush();
         g_ustrm.flush();
     });
-    traced("endTest", [this] { endTest(); });
-    return m_result;
 }
 
 bool psTest::runBody() {
     m_result = psResOk;
     m_currentResult = psResUndefined;
+    m_summaryBegun = false;
     m_tool = g_tool;
     if (m_info.m_macro.contains("Ibs")) {
         m_tool.m_initAndCheck = true;
@@ -102,10 +130,17 @@ bool psTest::runBody() {
     return true;
 }
 
+bool psTest::endBody() {
+    outputReport();
+    traced("endTest", [this] { endTest(); });
+    return true;
+}
+
 void psTest::outputTitle() {
     psReportTestTitle const title = traced("testTitle", [this] { return psReportTestTitle(this); });
     traced("g_ostrm<<testTitle", [&title] { g_ostrm << MSG_ERR << title << MSG_RESTORE; });
     traced("g_ustrm<<testTitle", [&title] { g_ustrm << title; });
+    m_summaryBegun = true;
 }
 
 void psTest::startAndMeasure() {
@@ -149,7 +184,7 @@ void psTest::startAndStop() {
         callGuarded(&psTest::startAndStopBody);
     } catch (psException const& failure) {
         g_ostrm << MSG_ERR << failure.msg() << " in startAndStop of " << m_funcName << " test\n"
-                << MSG_RESTORE;
+                << MSG_RESTORE_FLUSH;
     }
     before.restore();
 }
