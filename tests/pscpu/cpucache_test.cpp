@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 #include <vector>
 
+#include "support/storedtext.h"
+
 namespace {
 
 constexpr int K = 1024;
@@ -59,6 +61,13 @@ TEST(CpuCache, DescriptorsGiveTheLargestKnownDataCache) {
     EXPECT_EQ(descriptorCacheBytes({0x05B0B101, 0x005657F0, 0, 0x2CB43048}), 3072 * K);
     EXPECT_EQ(descriptorCacheBytes({0x00000001, 0x800000EC, 0, 0x0000000A}), 8 * K);
     EXPECT_EQ(descriptorCacheBytes({0x00005B01, 0, 0, 0x30}), 0);
+    std::string known; // each descriptor alone, with its size in K
+    for (unsigned descriptor = 1; descriptor < 256; ++descriptor) {
+        int const bytes = descriptorCacheBytes({descriptor << 8, 0, 0, 0});
+        known +=
+            bytes != 0 ? std::to_string(descriptor) + " " + std::to_string(bytes / K) + "\n" : "";
+    }
+    EXPECT_TRUE(matchesStored("pscpu/descriptors", known));
 }
 
 TEST(CpuCache, OnlyTheMakersProcessorsTellTheirCache) {

@@ -1,6 +1,7 @@
 // cpuid_test.cpp - the fields of recorded registers, and leaves that do not exist.
 #include "pscpu/cpuid.h"
 
+#include <cpuid.h>
 #include <gtest/gtest.h>
 
 TEST(Cpuid, CutsFieldsAtTheirBits) {
@@ -16,6 +17,7 @@ TEST(Cpuid, CutsFieldsAtTheirBits) {
 
 TEST(Cpuid, LeavesBeyondTheLargestReadAsZeros) {
     ASSERT_TRUE(zol_has_cpuid());
+    EXPECT_EQ(CPUID::largestFunction(), __get_cpuid_max(0, nullptr));
     for (unsigned leaf : {CPUID::largestFunction(), CPUID::largestExFunction()}) {
         EXPECT_TRUE(CPUID::validFunction(leaf));
         EXPECT_FALSE(CPUID::validFunction(leaf + 1));

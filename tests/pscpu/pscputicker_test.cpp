@@ -5,6 +5,9 @@
 #include <climits>
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <string>
+
+#include "support/storedtext.h"
 
 TEST(PsCpuTicker, EstimatesSnapToANearNominalFrequency) {
     int const cases[][2] = {{0, 0},       {60, 60},       {70, 70},     {2995, 3060}, {2950, 2950},
@@ -13,6 +16,12 @@ TEST(PsCpuTicker, EstimatesSnapToANearNominalFrequency) {
     for (auto const& [estimate, wanted] : cases) {
         EXPECT_EQ(nominalFreqMHz(estimate), wanted) << estimate;
     }
+    std::string nominal; // what draws its neighbours to itself
+    for (int estimate = 1; estimate < 4000; ++estimate) {
+        int const drawn = nominalFreqMHz(estimate);
+        nominal += drawn == estimate + 1 ? std::to_string(drawn) + "\n" : "";
+    }
+    EXPECT_TRUE(matchesStored("pscpu/nominal_mhz", nominal));
 }
 
 TEST(PsCpuTicker, SamplesAreAddedInSinglePrecision) {

@@ -63,8 +63,10 @@ TEST_F(PsMemory, ImpossibleRequestsAreToldAndLeaveNothing) {
     MessageCapture messages(MSG_ERR);
     EXPECT_EQ(psMalloc(-1, 0, 0, nullptr), nullptr);
     EXPECT_EQ(psMalloc(8, 0, -4096, nullptr), nullptr);
+    EXPECT_EQ(psMalloc(7, 0, -200, nullptr), nullptr); // into what psFree needs
     EXPECT_EQ(messages.text(), "-- Memory error: can't allocate -1 bytes\n"
-                               "-- Memory error: can't allocate 8 bytes\n");
+                               "-- Memory error: can't allocate 8 bytes\n"
+                               "-- Memory error: can't allocate 7 bytes\n");
     EXPECT_EQ(psMallocFirst(nullptr, nullptr), nullptr);
 }
 
@@ -74,6 +76,7 @@ TEST_F(PsMemory, TheBookKnowsTheLiveBlocksInOrder) {
     void* const first = psMalloc(10, 0, 0, MEM_OBJECT_IS_BUFFER);
     void* second = nullptr;
     EXPECT_EQ(psMalloc(second, 20, 0, 0), second);
+    EXPECT_NE(second, nullptr);
     void* const third = psMalloc(30, 0, 0, MEM_OBJECT_IS_SUBOBJECT);
 
     EXPECT_TRUE(psMallocInfo(third, &size, &owner));
@@ -86,6 +89,7 @@ TEST_F(PsMemory, TheBookKnowsTheLiveBlocksInOrder) {
     psFree(second); // the block that the walk would meet next
     EXPECT_EQ(psMallocNext(nullptr, nullptr), third);
     EXPECT_EQ(psMallocNext(&size, &owner), nullptr);
+    EXPECT_EQ(size, 10); // untouched at the end
     psFree(second);
     EXPECT_EQ(psMallocFirst(nullptr, nullptr), first);
 }
