@@ -95,6 +95,8 @@ def main():
     parser.add_argument("--truth", type=float, default=1.0)
     parser.add_argument("--least", type=float, default=0.0)
     options, keys = parser.parse_known_args()
+    if options.runs < 2 and not options.pairs:
+        parser.error("--runs: the second least of a half takes two runs or more")
     if options.pairs:
         with tempfile.TemporaryDirectory() as directory:
             runs = [run_pairs(options.program, [f"-dBaseline={options.pairs}",
