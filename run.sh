@@ -35,4 +35,8 @@ if command -v taskset >/dev/null; then
     pin=(taskset -c "$last")
     say "pinned to processor $last"
 fi
-exec "${pin[@]}" build/release/bin/ps_zolvm "${keys[@]}"
+status=0
+"${pin[@]}" build/release/bin/ps_zolvm "${keys[@]}" || status=$?
+say "$("${pin[@]}" build/release/bin/ps_tables machine | head -n 1)"
+say "to compare with another library: build/release/bin/ps_tables pair --baseline FOLDER"
+exit $status

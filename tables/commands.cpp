@@ -398,4 +398,10 @@ int mergeCommand(MergeOptions const& options) {
     return exitFine;
 }
 
+int machineCommand() {
+    constexpr double seconds = 2;
+    print(machineText(watchMachine(seconds)));
+    return exitFine;
+}
+
 } // namespace tables

@@ -75,6 +75,7 @@ int runCommand(RunOptions const& options);
 int verdictCommand(VerdictOptions const& options);
 int compareCommand(CompareOptions const& options);
 int mergeCommand(MergeOptions const& options);
+int machineCommand();
 
 } // namespace tables
 

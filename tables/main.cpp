@@ -109,6 +109,10 @@ int main(int argc, char** argv) {
                         "without it the table is printed");
     mergeApp.callback([&] { command = [&] { return mergeCommand(merge); }; });
 
+    app.add_subcommand("machine", "What this machine is fit for, in two seconds")->callback([&] {
+        command = machineCommand;
+    });
+
     try {
         app.parse(argc, argv);
         return command();

@@ -53,13 +53,6 @@ Estimate difference(Estimate const& before, Estimate const& after) {
             (a + b) * (a + b) / (a * a / before.freedom + b * b / after.freedom)};
 }
 
-double quantileOf(std::vector<double> values, double share) {
-    auto const place = values.begin() +
-                       static_cast<std::ptrdiff_t>(share * static_cast<double>(values.size() - 1));
-    std::nth_element(values.begin(), place, values.end());
-    return *place;
-}
-
 // How many times further most points lie apart than their errors say.
 double inflationOf(std::vector<Estimate> const& estimates) {
     std::vector<double> excess;

@@ -149,4 +149,11 @@ double medianOf(std::vector<double> values) {
     return values.size() % 2 != 0 ? *half : (*half + *std::max_element(values.begin(), half)) / 2;
 }
 
+double quantileOf(std::vector<double> values, double share) {
+    auto const place = values.begin() +
+                       static_cast<std::ptrdiff_t>(share * static_cast<double>(values.size() - 1));
+    std::nth_element(values.begin(), place, values.end());
+    return *place;
+}
+
 } // namespace tables

@@ -45,6 +45,8 @@ Estimate moderated(Location const& location, Prior const& prior, std::size_t gro
 double discoveryLimit(std::vector<double> chances, double falseShare);
 
 double medianOf(std::vector<double> values);
+// The value below which the share lies, of at least one value.
+double quantileOf(std::vector<double> values, double share);
 
 } // namespace tables
 

@@ -4,6 +4,9 @@
 #include <nlohmann/json.hpp>
 
 #include "cli/program.h"
+#include "run/machine.h"
+
+using namespace tables;
 
 namespace {
 
@@ -227,4 +230,33 @@ TEST(Run, OutputsAreWholeOrNotThere) {
     EXPECT_FALSE(bench.exists("x.csv"));
     EXPECT_EQ(before, readFile(table));
     EXPECT_EQ("", runShell("ls " + bench.at("") + " | grep new[0-9]").out) << "left behind";
+}
+
+TEST(Machine, ItsLineSaysWhatItIsFitFor) {
+    struct {
+        MachineState state;
+        bool fit;
+        char const* advice;
+    } const cases[] = {
+        {{1, 1, 0, 0, 2, 2, "performance", "0-1"}, true, "not pinned"},
+        {{0.98, 0.95, 0.03, 1, 1, 2, "", ""},
+         true,
+         "pinned to 1 of them\nfrequency governor: not shown\n"},
+        {{0.97, 1, 0, 0, 2, 2, "", ""}, false, "- other work takes this processor"},
+        {{1, 0.94, 0, 0, 2, 2, "", ""}, false, "- something runs on the core's other thread"},
+        {{1, 1, 0.04, 0, 2, 2, "", ""}, false, "- the core's clock moves"},
+    };
+    for (auto const& [state, fit, advice] : cases) {
+        std::string const text = machineText(state);
+        EXPECT_EQ(fit, contains(text, ": absolute numbers are fit to compare\n")) << text;
+        EXPECT_EQ(!fit, contains(text, ": compare by pairs only (ps_tables pair)\n"));
+        EXPECT_TRUE(contains(text, advice)) << text;
+    }
+    MachineState const here = watchMachine(0.2);
+    EXPECT_GT(here.ours, 0.0);
+    EXPECT_LE(here.ours, 1.0);
+    EXPECT_GT(here.quiet, 0.0);
+    EXPECT_LE(here.quiet, 1.0);
+    EXPECT_LT(here.clockSpread, 2.0);
+    EXPECT_GE(here.online, here.processors);
 }
