@@ -11,10 +11,10 @@ string(REGEX REPLACE "[^/]+" ".." PS_PREFIX_OF_PC ${CMAKE_INSTALL_LIBDIR}/pkgcon
 configure_file(platform/zolvm.pc.in zolvm.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zolvm.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
-install(FILES docs/ps_zolvm.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES docs/ps_zolvm.1 docs/ps_tables.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md")
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(FILES scripts/completion/ps_zolvm
+install(FILES scripts/completion/ps_zolvm scripts/completion/ps_tables
     DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 
 set(CPACK_GENERATOR DEB)

@@ -325,7 +325,9 @@ int runCommand(RunOptions const& options) {
     } else {
         work.write(nullptr, whole);
     }
-    tell(mergedText(merged, work.campaign.passes()));
+    if (!how.quiet) {
+        tell(mergedText(merged, work.campaign.passes()));
+    }
     for (std::string const& note : notes) {
         tell(note);
     }
