@@ -200,6 +200,7 @@ TEST_F(PsTool, TheLoopFormCallsOnceMoreThanItMeasures) {
     tool.m_funcInit = countedInit;
     statuses = {-1}; // without a hook nobody minds
     EXPECT_EQ(tool.timCall_Loop(2, &clocks, false), psResOk);
+    EXPECT_TRUE(clocks > 0 && clocks < 10000000000) << clocks;
     EXPECT_EQ(calls, "icicic");
     psTool::m_pCheckStatus = statusPlusTen;
     tool.m_funcInit = nullptr;
@@ -235,6 +236,7 @@ TEST_F(PsTool, TheStatFormMeasuresEverySecondCall) {
     tool.timCall_Stat(&count, &clocks, false);
     EXPECT_GE(clocks, 100000);
     EXPECT_EQ(calls.size(), 2 + 3 * static_cast<std::size_t>(count));
+    tool.m_funcInit = nullptr;
     psTool::m_pCheckStatus = statusPlusTen;
     struct {
         std::vector<int> given; // warm-up, then measured and unmeasured by turns
