@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 #include <string>
 
+#include "psbase/psexception.h"
+
 namespace {
 
 // The two promises on which appending without a terminator rests.
@@ -28,6 +30,14 @@ TEST(PsString, BufferFollowsTheSixteenByteRuleHoweverTheTextGrows) {
     text += text;
     text += text.c_str() + 130;
     EXPECT_EQ(model + model + model.substr(60), text.c_str());
+    expectSoundBuffer(text);
+}
+
+TEST(PsString, RefusesALengthThatItCannotCount) {
+    psString text("kept");
+    EXPECT_THROW(text.growBy(INT_MAX - 18), psException);
+    EXPECT_THROW(text.allocate(INT_MAX), psException);
+    EXPECT_STREQ(text.c_str(), "kept");
     expectSoundBuffer(text);
 }
 

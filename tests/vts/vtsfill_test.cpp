@@ -2,9 +2,11 @@
 #include <cmath>
 #include <cstdint>
 #include <sstream>
+#include <sys/resource.h>
 #include <tuple>
 #include <vector>
 
+#include "psbase/psexception.h"
 #include "support/storedtext.h"
 #include "vts/vtslines.h"
 #include "vtsfixture.h"
@@ -166,3 +168,17 @@ TEST_F(VtsFill, EveryFormOfLine) {
     setBlock("dSin_HA\n  Last = [ 1 ; 2 ]"); // no newline: no line
     EXPECT_EQ(vtsFillData(0), 0);
 }
+
+#ifndef __SANITIZE_ADDRESS__ // its allocator ends the process
+TEST_F(VtsFill, WithoutMemoryIsAnException) {
+    rlimit old = {};
+    getrlimit(RLIMIT_AS, &old);
+    rlimit const small = {1 << 29, old.rlim_max};
+    defParam.details = 4500.0F;
+    setrlimit(RLIMIT_AS, &small);
+    EXPECT_THROW(fills("s", "A = [ 1 ; 2 ] * 2.0"), psException);
+    EXPECT_EQ(defData.arg1, nullptr);
+    EXPECT_THROW(psString().allocate(1 << 30), psException);
+    setrlimit(RLIMIT_AS, &old);
+}
+#endif

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "psbase/psexception.h"
 #include "vts/vtsdefs.h"
 #include "vts/vtslines.h"
 #include "vts/vtslookup.h"
@@ -25,10 +26,13 @@ size_t roundUp(size_t value) { return (value + arrayBoundary - 1) / arrayBoundar
 // Bytes of an array: a complex double takes 16, so it suits every type.
 size_t arrayWidth() { return roundUp(16 * static_cast<size_t>(defData.n) + 1024); }
 
-// One allocation of so many widths, which holds four arrays.
+// One allocation of so many widths, which holds four arrays; null without memory for it.
 void* allocBlock(size_t widths, void*& first, void*& second, void*& third, void*& fourth) {
     size_t const width = arrayWidth();
     void* const block = malloc(widths * width);
+    if (block == nullptr) {
+        return nullptr;
+    }
     size_t const slack =
         roundUp(reinterpret_cast<uintptr_t>(block)) - reinterpret_cast<uintptr_t>(block);
     char* const start = static_cast<char*>(block) + slack;
@@ -37,15 +41,6 @@ void* allocBlock(size_t widths, void*& first, void*& second, void*& third, void*
     third = start + 2 * (width + arrayGap);
     fourth = start + 3 * (width + arrayGap);
     return block;
-}
-
-void allocate(size_t firstWidths) {
-    size_t const codes = static_cast<size_t>(defData.n) + 1024;
-    defData.auxCodes = static_cast<int*>(malloc(codes * sizeof(int)));
-    defData.errCodes = static_cast<int*>(calloc(codes, sizeof(int)));
-    defData.block1 =
-        allocBlock(firstWidths, defData.arg1, defData.arg2, defData.arg3, defData.arg4);
-    defData.block2 = allocBlock(6, defData.par1, defData.par2, defData.par3, defData.par4);
 }
 
 void release() {
@@ -57,6 +52,21 @@ void release() {
     defData.errCodes = nullptr;
     defData.block1 = defData.arg1 = defData.arg2 = defData.arg3 = defData.arg4 = nullptr;
     defData.block2 = defData.par1 = defData.par2 = defData.par3 = defData.par4 = nullptr;
+}
+
+void allocate(size_t firstWidths) {
+    size_t const codes = static_cast<size_t>(defData.n) + 1024;
+    defData.auxCodes = static_cast<int*>(malloc(codes * sizeof(int)));
+    defData.errCodes = static_cast<int*>(calloc(codes, sizeof(int)));
+    defData.block1 =
+        allocBlock(firstWidths, defData.arg1, defData.arg2, defData.arg3, defData.arg4);
+    defData.block2 = allocBlock(6, defData.par1, defData.par2, defData.par3, defData.par4);
+    if (defData.auxCodes == nullptr || defData.errCodes == nullptr || defData.block1 == nullptr ||
+        defData.block2 == nullptr) {
+        release();
+        psString text("no memory for ");
+        throw psException(text << defData.n << " values");
+    }
 }
 
 float* asFloat(void* array) { return static_cast<float*>(array); }

@@ -3,7 +3,8 @@
 #define VTS_VTSFILL_H
 
 // The arrays of defData, each on a 65536-byte boundary or 512 bytes behind its neighbour's end, so
-// that they don't meet in the same cache sets.
+// that they don't meet in the same cache sets. A psException, and no arrays, without memory for
+// them.
 void vtsAllocData();
 void vtsReAllocData(); // for another n; its first block is twice as large
 void vtsDeAllocData(); // also without data

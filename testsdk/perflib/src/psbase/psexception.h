@@ -12,12 +12,16 @@ public:
     explicit psException(psString const& text);
     // A signal: msg() is "--ZOL. Signal: " and the text, info() is empty.
     explicit psException(char const* text);
+    // A failure as of a psString, where there may be no memory for one.
+    static psException failure(char const* text);
 
     char const* msg() const { return m_msg; }
     char const* info() const { return m_info; }
     char const* what() const noexcept override { return m_msg; }
 
 private:
+    void setFailure(char const* text);
+
     char m_msg[274];
     char m_info[256];
 };

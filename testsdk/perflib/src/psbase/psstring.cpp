@@ -2,16 +2,40 @@
 #include "psbase/psstring.h"
 
 #include <cctype>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <utility>
 
+#include "psbase/psexception.h"
 #include "psbase/psparse.h"
 
 namespace {
 
+constexpr int maxLength = INT_MAX - 16; // the greatest whose buffer's size is an int
+
 std::size_t bytes(int count) { return static_cast<std::size_t>(count); }
+
+// The length of a text that is not ours.
+int lengthOf(char const* text) {
+    std::size_t const length = std::strlen(text);
+    return length < bytes(INT_MAX) ? static_cast<int>(length) : INT_MAX;
+}
+
+void checkLength(long long length) {
+    if (length > maxLength) {
+        throw psException::failure("a text of more than 2147483631 characters");
+    }
+}
+
+// What calloc or realloc gave.
+char* checkMemory(void* memory) {
+    if (memory == nullptr) {
+        throw psException::failure("no memory for a text");
+    }
+    return static_cast<char*>(memory);
+}
 
 // A failed conversion is sscanf's 0. Its end-of-input result, for an empty text, is no failure.
 template <typename T>
@@ -61,7 +85,7 @@ void psString::assign(char const* text) {
         assign(copy);
         return;
     }
-    allocate(static_cast<int>(std::strlen(text)));
+    allocate(lengthOf(text));
     std::memcpy(buffer, text, bytes(length));
 }
 
@@ -80,27 +104,31 @@ void psString::assign(char letter) {
 int psString::getBufSize(int n) { return (n + 16) / 16 * 16; }
 
 void psString::allocate(int n) {
-    length = n > 0 ? n : 0;
-    int const wanted = getBufSize(length);
+    checkLength(n);
+    int const newLength = n > 0 ? n : 0;
+    int const wanted = getBufSize(newLength);
     if (buffer != nullptr && capacity == wanted) {
         std::memset(buffer, 0, bytes(capacity));
-        return;
+    } else {
+        char* const made = checkMemory(std::calloc(bytes(wanted), 1));
+        std::free(buffer);
+        buffer = made;
+        capacity = wanted;
     }
-    std::free(buffer);
-    buffer = static_cast<char*>(std::calloc(bytes(wanted), 1));
-    capacity = wanted;
+    length = newLength;
 }
 
 void psString::growBy(int n) {
     if (n <= 0) {
         return;
     }
+    checkLength(static_cast<long long>(length) + n);
     int const newLength = length + n;
     if (newLength >= capacity) {
         int const wanted = getBufSize(newLength);
         // Not allocate and copy: realloc extends in place or moves pages, so that a text of many
         // megabytes can grow by short pieces.
-        char* const grown = static_cast<char*>(std::realloc(buffer, bytes(wanted)));
+        char* const grown = checkMemory(std::realloc(buffer, bytes(wanted)));
         std::memset(grown + capacity, 0, bytes(wanted - capacity));
         buffer = grown;
         capacity = wanted;
@@ -137,7 +165,7 @@ psString& psString::operator+=(char const* text) {
         return *this += psString(text);
     }
     int const at = length;
-    int const count = static_cast<int>(std::strlen(text));
+    int const count = lengthOf(text);
     growBy(count);
     std::memcpy(buffer + at, text, bytes(count));
     return *this;

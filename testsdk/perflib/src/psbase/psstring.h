@@ -5,6 +5,8 @@
 
 #include "psbase/pslist.h"
 
+// A text that would need more memory than there is, or more than 2147483631 characters, is a
+// psException, and the string stays as it was.
 class psString;
 using psStringList = psList<psString>;
 
