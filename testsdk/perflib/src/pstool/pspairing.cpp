@@ -12,7 +12,7 @@ constinit psTurns* g_turns = nullptr;
 namespace {
 
 constexpr long long leastPairClocks = 5000; // two readings take four times as many
-constexpr int levelReadings = 1000;          // of the sentinel, before the first point
+constexpr int levelReadings = 1000;         // of the sentinel, before the first point
 
 } // namespace
 
@@ -66,7 +66,11 @@ int psPairing::warmUpCalls() {
     return calls;
 }
 
-bool psPairing::next(long long clocks) { return takeTurn(clocks) && readTurn(); }
+// The tool calls the timing function once more where the last reading has no clocks: its time is
+// over then.
+bool psPairing::next(long long clocks) {
+    return m_count < m_capacity && takeTurn(clocks) && readTurn();
+}
 
 bool psPairing::readTurn() {
     while (!m_sides->select(m_turn)) {
