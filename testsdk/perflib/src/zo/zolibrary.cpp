@@ -36,6 +36,25 @@ psString fileOf(char const* symbol) {
     return path;
 }
 
+// A file with the core's name in the name space of a handle, that of the handle itself left out;
+// empty if there is none.
+psString coreBeside(void* handle) {
+    link_map* own = nullptr;
+    if (handle == nullptr || dlinfo(handle, RTLD_DI_LINKMAP, &own) != 0) {
+        return "";
+    }
+    link_map const* object = own;
+    while (object->l_prev != nullptr) {
+        object = object->l_prev;
+    }
+    for (; object != nullptr; object = object->l_next) {
+        if (object != own && psString(object->l_name).getFileName() == psString(coreName)) {
+            return object->l_name;
+        }
+    }
+    return "";
+}
+
 } // namespace
 
 bool zoLibraryFiles::find(psString const& path, psString& error) {
@@ -64,9 +83,12 @@ zoLibraryFiles zoLibraryFiles::linked() {
         }
         files.vm = fileOf(test->m_funcName.c_str());
     }
-    files.core = fileOf("zolInit");
+    // By its name: it is there even where it has nothing that a library must have.
+    void* const program = dlopen(nullptr, RTLD_NOW);
+    files.core = coreBeside(program);
+    dlclose(program);
     if (files.core.empty()) {
-        files.core = fileOf("zolGetCpuFeatures");
+        files.core = fileOf("zolInit");
     }
     return files;
 }
@@ -97,7 +119,9 @@ bool zoLibrary::open(zoLibraryFiles const& files, psString& error) {
         fail(error);
         return false;
     }
-    psString const other = otherCore();
+    // A core without a name in itself is not known by its name, and the other file's need of it
+    // leads into the loader's folders.
+    psString const other = coreBeside(m_core);
     if (!other.empty()) {
         error = files.vm + " finds " + other + " instead of " + files.core;
         m_wantsProcess = true;
@@ -116,28 +140,6 @@ void zoLibrary::fail(psString& error) {
     char const* const text = dlerror();
     error = text != nullptr ? text : "unknown error of the loader";
     m_wantsProcess = error.contains("static TLS") || error.contains("namespace");
-}
-
-// A core without a name in itself is not known by its name, and the other file's need of it leads
-// into the loader's folders.
-psString zoLibrary::otherCore() const {
-    if (m_core == nullptr) {
-        return "";
-    }
-    link_map* core = nullptr;
-    if (dlinfo(m_core, RTLD_DI_LINKMAP, &core) != 0) {
-        return "";
-    }
-    link_map const* object = core;
-    while (object->l_prev != nullptr) {
-        object = object->l_prev;
-    }
-    for (; object != nullptr; object = object->l_next) {
-        if (object != core && psString(object->l_name).getFileName() == psString(coreName)) {
-            return object->l_name;
-        }
-    }
-    return "";
 }
 
 void* zoLibrary::function(char const* name) const {

@@ -55,7 +55,6 @@ public:
 
 private:
     void fail(psString& error); // with the loader's words
-    psString otherCore() const; // the path of a second core in the name space; empty: none
 
     void* m_core = nullptr; // handles of the loader
     void* m_vm = nullptr;
