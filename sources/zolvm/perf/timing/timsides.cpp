@@ -57,6 +57,9 @@ bool Sides::select(psSide side) {
         return false;
     }
     *m_place = m_functions[side];
+    if (!isHere(psBaseline)) {
+        g_sides.peer()->giveWay();
+    }
     return true;
 }
 

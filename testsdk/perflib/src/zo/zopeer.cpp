@@ -25,7 +25,7 @@
 namespace {
 
 enum Turn : unsigned { asker = 0, server = 1 };
-enum Command { hasFunction, beginOfPoint, takeReading, quit };
+enum Command { nothing, hasFunction, beginOfPoint, takeReading, quit };
 
 // Between libraries and stack on one hand, the program on the other, where nothing is put by
 // itself, not by the sanitizers' allocators either.
@@ -332,12 +332,23 @@ bool zoPeer::read(int warmUpCalls, int loops, long long* clocks) {
     return answered;
 }
 
+void zoPeer::giveWay() {
+    if (!m_gaveWay) {
+        (void)ask(nothing);
+    }
+    m_gaveWay = false;
+}
+
 bool zoPeer::isThere() {
     psString error;
     return m_process != 0 || launch(error);
 }
 
 bool zoPeer::ask(int command) {
+    if (m_process == 0) {
+        return false;
+    }
+    m_gaveWay = true;
     m_channel->command = command;
     handTurn(m_channel, server);
     return awaitAnswer();
@@ -458,7 +469,9 @@ bool Server::next(long long clocks) {
         return false;
     }
     m_channel->clocks = clocks;
-    awaitCommand();
+    do {
+        awaitCommand();
+    } while (m_channel->command == nothing);
     m_inSeries = isReading() && m_channel->loops == m_loops;
     return m_inSeries;
 }

@@ -41,6 +41,12 @@ public:
     // gone, and lastWords says how.
     bool beginPoint(char const* name, int length);
     bool read(int warmUpCalls, int loops, long long* clocks);
+
+    // Ahead of each reading of this process: the processor is the other's for once, as it is this
+    // one's ahead of each reading of the other. What else wants the processor comes in then, and
+    // leaves it cold for both alike.
+    void giveWay();
+
     psString const& lastWords() const { return m_lastWords; }
 
 private:
@@ -59,6 +65,7 @@ private:
     zoLibraryFiles m_files;
     zoStart m_start;
     psString m_lastWords;
+    bool m_gaveWay = false; // since the last reading of this process
 };
 
 // The other end: what the second process does instead of a run.
