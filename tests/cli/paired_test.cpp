@@ -60,7 +60,8 @@ TEST(Paired, TheRatioIsUnderTestByBaselineAndSettingsReachTheBaseline) {
 TEST(Paired, AFaultNamesItsSideAndAMissingFunctionIsMeasuredAlone) {
     TempDirectory const dir;
     Outcome const outcome =
-        paired(dir, own, "-f=zolsAbs_64f_A53 -f=zolsSqr_64f_A53 -f=zolsCos_32f_A11", "OWN_ABS=f");
+        paired(dir, own, "-f=zolsAbs_64f_A53 -f=zolsSqr_64f_A53 -f=zolsCos_32f_A11 -dAccuracy=0",
+               "OWN_ABS=f");
     EXPECT_TRUE(contains(outcome.out, "Illegal storage access. in "));
     EXPECT_TRUE(contains(outcome.out, "-- It came from the baseline\n"));
     EXPECT_TRUE(contains(
