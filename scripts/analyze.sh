@@ -4,10 +4,10 @@
 . "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 
 need analysis
-build ps_zolvm
+build programs
 # The analyzer would walk the kernels' templates for many minutes.
 kernels=(platform/zolvm/zolvmreal.cpp platform/zolvm/zolvmcomplex.cpp)
-mapfile -t sources < <(find testsdk sources platform -name '*.cpp' |
+mapfile -t sources < <(find testsdk sources platform tables -name '*.cpp' |
     grep -vxF "$(printf '%s\n' "${kernels[@]}")" | sort)
 status=0
 printf '%s\0' "${sources[@]}" |
@@ -17,6 +17,6 @@ clang-tidy --quiet --checks='-clang-analyzer-*' "${kernels[@]}" -- -std=c++20 -O
     -D__FAST_MATH__ -DZOLVM_PATH=avx2 -Iplatform -Iplatform/include 2>/dev/null || status=1
 cppcheck --quiet --error-exitcode=1 --enable=warning,performance,portability --inline-suppr \
     --std=c++20 --language=c++ --suppressions-list=.cppcheck \
-    -I testsdk/perflib/src -I sources/zolvm/perf -I platform -I platform/include testsdk sources platform ||
-    status=1
+    -I testsdk/perflib/src -I sources/zolvm/perf -I platform -I platform/include -I tables \
+    testsdk sources platform tables || status=1
 exit $status

@@ -5,7 +5,6 @@
 #include <memory>
 
 #include "commands.h"
-#include "core/failure.h"
 
 namespace {
 
@@ -55,9 +54,7 @@ void addPasses(CLI::App& command, PassOptions& options) {
     command.add_option("keys", options.keys, "Keys for ps_zolvm, behind --");
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
+int runCommandLine(int argc, char** argv) {
     CLI::App app("From tables of ps_zolvm to verdicts", "ps_tables");
     app.set_version_flag("--version", "ps_tables " PS_VERSION);
     app.require_subcommand(1);
@@ -115,10 +112,18 @@ int main(int argc, char** argv) {
 
     try {
         app.parse(argc, argv);
-        return command();
     } catch (CLI::ParseError const& error) {
         return app.exit(error) == 0 ? exitFine : exitFailed;
-    } catch (Failure const& failure) {
+    }
+    return command();
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    try {
+        return runCommandLine(argc, argv);
+    } catch (std::exception const& failure) { // Failure, or what the machine cannot give
         (void)std::fprintf(stderr, "ps_tables: %s\n", failure.what());
         return exitFailed;
     }

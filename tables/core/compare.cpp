@@ -72,8 +72,8 @@ std::vector<std::string> differencesOf(Pass const& before, Pass const& after) {
         std::string const& old = before.head.get(name);
         std::string const& now = after.head.get(name);
         if (old != now) {
-            differences.push_back(std::string("other ") + name + ": '" + old + "', then '" + now +
-                                  "'");
+            differences.push_back(std::string("other ") + name + ": '");
+            differences.back().append(old).append("', then '").append(now).append("'");
         }
     }
     return differences;
@@ -140,10 +140,9 @@ Comparison compareTables(PointList const& points, std::span<Pass const> before,
     }
     comparison.inflation = inflationOf(estimates);
     if (single && !logs.empty()) {
-        std::vector<double> away;
-        for (double const log : logs) {
-            away.push_back(std::fabs(log));
-        }
+        std::vector<double> away(logs.size());
+        std::transform(logs.begin(), logs.end(), away.begin(),
+                       [](double log) { return std::fabs(log); });
         double const most = singleSafety * quantileOf(std::move(away), unchanged);
         comparison.singleLimit = std::max(singleRuns, std::expm1(most));
     }

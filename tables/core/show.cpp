@@ -20,6 +20,7 @@ __attribute__((format(printf, 1, 2))) std::string format(char const* how, ...) {
     std::array<char, 400> text;
     va_list values;
     va_start(values, how);
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): it takes the line above for nothing
     int const length = std::vsnprintf(text.data(), text.size(), how, values);
     va_end(values);
     return {text.data(), std::min(static_cast<std::size_t>(length), text.size() - 1)};
@@ -130,6 +131,9 @@ nlohmann::ordered_json jsonOf(std::vector<Mean> const& list) {
     return json;
 }
 
+std::string nameText(std::string const& name) { return name; }
+std::string nameText(long length) { return std::to_string(length); }
+
 template <typename Name>
 std::vector<Mean> meansBy(PointList const& points, Verdict const& verdict, Name const& nameOf) {
     std::map<decltype(nameOf(points[0])), std::pair<double, int>> sums;
@@ -139,8 +143,9 @@ std::vector<Mean> meansBy(PointList const& points, Verdict const& verdict, Name 
         ++count;
     }
     std::vector<Mean> list;
+    list.reserve(sums.size());
     for (auto const& [name, sum] : sums) {
-        list.push_back({std::string(name), sum.second, std::exp(sum.first / sum.second)});
+        list.push_back({nameText(name), sum.second, std::exp(sum.first / sum.second)});
     }
     return list;
 }
@@ -197,12 +202,7 @@ std::vector<Mean> meansByFamily(PointList const& points, Verdict const& verdict)
 }
 
 std::vector<Mean> meansByLength(PointList const& points, Verdict const& verdict) {
-    struct Length { // sorted as a number
-        long length;
-        auto operator<=>(Length const&) const = default;
-        explicit operator std::string() const { return std::to_string(length); }
-    };
-    return meansBy(points, verdict, [](Point const& point) { return Length{point.length}; });
+    return meansBy(points, verdict, [](Point const& point) { return point.length; });
 }
 
 Mean meanOfAll(Verdict const& verdict) {

@@ -24,8 +24,14 @@ enum Column { baseColumn, typeColumn, accuracyColumn, lengthColumn, parmColumn }
 enum { commentColumn = 11, clocksColumn, unitColumn, usecColumn };
 
 constexpr std::size_t longestLine = 1 << 16;
-constexpr double mostClocks = 1e12; // of anything that a person waits for
-constexpr double mostRatio = 1e6;
+// Beyond these a number is nobody's reading. The ratio's least is what its four digits can show.
+struct Bounds {
+    double least;
+    double most;
+};
+constexpr Bounds clocksBounds = {1e-9, 1e12};
+constexpr Bounds baseBounds = {1e-16, 1e17}; // what follows from clocks and ratio
+constexpr Bounds ratioBounds = {1e-4, 1e6};
 
 // A piece of a message: what the user gave, cut where it gets long.
 std::string quoted(std::string_view text) {
@@ -75,7 +81,7 @@ private:
     void split(std::string_view text);
     Pass& newPass();
     std::size_t passOf(std::string_view number);
-    double number(std::string_view text, std::string_view what, double most) const;
+    double number(std::string_view text, std::string_view what, Bounds const& bounds) const;
     template <typename Number>
     Number whole(std::string_view text, std::string_view what, Number least) const;
 
@@ -199,11 +205,11 @@ void Reader::title(std::string_view text) {
     m_in = In::rows;
 }
 
-double Reader::number(std::string_view text, std::string_view what, double most) const {
+double Reader::number(std::string_view text, std::string_view what, Bounds const& bounds) const {
     double value;
-    if (!parse(text, value) || !(value > 0 && value <= most)) {
-        fail(std::string(what) + " " + quoted(text) + " is no number above 0 and up to " +
-             format("%g", most));
+    if (!parse(text, value) || !(value >= bounds.least && value <= bounds.most)) {
+        fail(std::string(what) + " " + quoted(text) + " is no number from " +
+             format("%g", bounds.least) + " to " + format("%g", bounds.most));
     }
     return value;
 }
@@ -267,8 +273,8 @@ void Reader::row(std::string_view text) {
                           std::string(m_cells[unitColumn])};
         reading.point = m_known[columns] = m_passes.points.add(point);
     }
-    reading.clocks = number(m_cells[clocksColumn], "clocks", mostClocks);
-    reading.usec = number(m_cells[usecColumn], "time", mostClocks);
+    reading.clocks = number(m_cells[clocksColumn], "clocks", clocksBounds);
+    reading.usec = number(m_cells[usecColumn], "time", clocksBounds);
     comment(words, reading);
 
     std::vector<long>& rowOf = m_rowOf[pass - m_firstPass];
@@ -291,15 +297,15 @@ void Reader::comment(std::string_view text, Reading& reading) {
         if (name == "nLps" || name == "nCalls") {
             reading.loops = whole<std::int32_t>(value, name, 1);
         } else if (name == "acc") {
-            reading.accuracy = number(value.substr(0, value.find('%')), name, mostClocks);
+            reading.accuracy = number(value.substr(0, value.find('%')), name, clocksBounds);
         } else if (name == "base") {
-            reading.base = number(value, name, mostClocks);
+            reading.base = number(value, name, baseBounds);
         } else if (name == "ratio") {
-            reading.ratio = number(value, name, mostRatio);
+            reading.ratio = number(value, name, ratioBounds);
         } else if (name == "lo") {
-            reading.low = number(value, name, mostRatio);
+            reading.low = number(value, name, ratioBounds);
         } else if (name == "hi") {
-            reading.high = number(value, name, mostRatio);
+            reading.high = number(value, name, ratioBounds);
         } else if (name == "nPrs") {
             reading.pairs = whole<std::int32_t>(value, name, 1);
         } else if (word == "quiet" || word == "shared") {
@@ -348,7 +354,7 @@ std::string titleText() { return joined(titles.data(), titles.data() + titles.si
 std::string headText(Head const& head) {
     std::string text;
     for (auto const& [name, value] : head.entries()) {
-        text += name + ',' + value + '\n';
+        text.append(name).append(",").append(value).append("\n");
     }
     return text;
 }
@@ -434,10 +440,13 @@ std::string passesText(Passes const& passes) {
         std::string const number = std::to_string(i + 1); // those of several files may be alike
         text += std::string(key::pass) + ',' + number + '\n';
         for (auto const& [name, value] : passes.list[i].head.entries()) {
-            text += name == key::pass ? "" : name + ',' + value + '\n';
+            if (name != key::pass) {
+                text.append(name).append(",").append(value).append("\n");
+            }
         }
         for (Reading const& reading : passes.list[i].readings) {
-            rows += number + ',' + rowText(passes.points[reading.point], reading, "");
+            rows.append(number).append(",");
+            rows += rowText(passes.points[reading.point], reading, "");
         }
     }
     return text + key::pass + ',' + titleText() + rows;

@@ -82,16 +82,18 @@ void takeConfirmed(std::vector<Judgement>& judgements, std::vector<Sample> fresh
     }
     std::erase_if(fresh, [&open](Sample const& one) { return !open.contains(one.point); });
     std::vector<Judgement> const again = judge(fresh, settings);
-    for (auto const& [point, before] : open) {
-        auto const now = std::find_if(again.begin(), again.end(),
-                                      [point](Judgement const& one) { return one.point == point; });
-        Call const call = before->call;
+    for (auto const& entry : open) {
+        Judgement& before = *entry.second;
+        Call const call = before.call;
+        auto const now = std::find_if(again.begin(), again.end(), [&before](Judgement const& one) {
+            return one.point == before.point;
+        });
         if (now != again.end()) {
-            *before = *now;
-            before->again = true;
+            before = *now;
+            before.again = true;
         }
-        if (!before->again || (before->called() && before->call != call)) {
-            before->call = Call::undecided;
+        if (!before.again || (before.called() && before.call != call)) {
+            before.call = Call::undecided;
         }
     }
 }

@@ -44,6 +44,7 @@ std::string Job::identity() const {
 std::vector<PlannedPass> planPasses(std::string const& kind, int passes, int first,
                                     std::vector<std::string> const& functions) {
     std::vector<PlannedPass> plan;
+    plan.reserve(static_cast<std::size_t>(passes));
     for (int i = 0; i < passes; ++i) {
         plan.push_back({first + i, kind, i % 2 != 0, functions});
     }

@@ -67,6 +67,7 @@ Child::Child(std::vector<std::string> const& words) {
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
     posix_spawnattr_setpgroup(&attributes, 0);
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (std::string const& word : words) {
         arguments.push_back(const_cast<char*>(word.c_str()));
     }

@@ -2,6 +2,7 @@
 #include "run/progress.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 
 namespace tables {
@@ -71,8 +72,8 @@ void Progress::show() {
     double const done = share();
     char left[40] = "";
     if (done > 0) {
-        int const rest = static_cast<int>(seconds(m_start, m_shown) * (1 / done - 1) + 0.5);
-        (void)std::snprintf(left, sizeof left, ", %d:%02d left", rest / 60, rest % 60);
+        long const rest = std::lround(seconds(m_start, m_shown) * (1 / done - 1));
+        (void)std::snprintf(left, sizeof left, ", %ld:%02ld left", rest / 60, rest % 60);
     }
     (void)std::fprintf(stderr, "\r\033[K%3.0f%%%s, %s %s", done * 100, left, m_pass.c_str(),
                        m_function.c_str());

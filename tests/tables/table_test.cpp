@@ -104,7 +104,7 @@ TEST(Table, BadInputIsToldWithFileAndRow) {
         {changed("nLps=8", "base=3 ratio=2 lo=2.1 hi=3 nPrs=8 shared"),
          "a.csv: row 2: the ratio lies outside its interval"},
         {changed("nLps=8", "base=3 ratio=-nan lo=2 hi=3 nPrs=8 shared"),
-         "a.csv: row 2: ratio '-nan' is no number above 0 and up to 1e+06"},
+         "a.csv: row 2: ratio '-nan' is no number from 0.0001 to 1e+06"},
         {"Pass,1\nPass,funcBase" + good.substr(8),
          "a.csv: row 3: 16 columns where the title has 17"},
         {"Pass,1\nPass," + title + "2," + row("Sin,32f,A24,32"),
@@ -113,9 +113,9 @@ TEST(Table, BadInputIsToldWithFileAndRow) {
     for (auto const& [text, wanted] : cases) {
         EXPECT_EQ(wanted, refusal(text));
     }
-    for (char const* number : {"nan", "inf", "-3.19", "0", "1e99", "3.19x", "", "-"}) {
+    for (char const* number : {"nan", "inf", "-3.19", "0", "1e-99", "1e99", "3.19x", "", "-"}) {
         EXPECT_EQ(std::string("a.csv: row 2: clocks '") + number +
-                      "' is no number above 0 and up to 1e+12",
+                      "' is no number from 1e-09 to 1e+12",
                   refusal(changed("3.19", number)));
     }
 }
