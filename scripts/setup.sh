@@ -11,6 +11,8 @@ declare -A packages=(
     [coverage]='gcovr'
     [mutation]='git python3'
     [analysis]='clang-tidy cppcheck'
+    [browser]='chromium nodejs' # for the report's tests
+    [npm]='npm'                 # unless nodejs brings it
     [fuzz]='clang libclang-rt-14-dev'
 )
 

@@ -11,8 +11,10 @@
 
 #include "core/compare.h"
 #include "core/failure.h"
+#include "core/findings.h"
 #include "core/merge.h"
 #include "core/show.h"
+#include "page/report.h"
 #include "run/campaign.h"
 #include "run/files.h"
 #include "run/machine.h"
@@ -193,6 +195,87 @@ std::vector<std::string> adviceOf(Comparison const& comparison) {
     return advice;
 }
 
+// Tables of absolute numbers held against one that was measured before.
+struct Compared {
+    Passes passes; // of the tables after
+    std::vector<Pass> before;
+    Verdict verdict;
+    bool differs = false;           // rows, machines, libraries or keys
+    std::vector<std::string> notes; // what differs, and what to do
+};
+
+Compared compareFiles(std::string const& before, std::vector<std::string> const& after,
+                      VerdictSettings const& settings) {
+    Passes passes = readTables({before});
+    std::size_t const first = passes.list.size();
+    for (std::string const& path : after) {
+        readPasses(passes, readFile(path), path);
+    }
+    std::span<Pass const> const all = passes.list;
+    Comparison const comparison =
+        compareTables(passes.points, all.first(first), all.subspan(first), settings);
+    if (comparison.verdict.points.empty()) {
+        throw Failure("the tables have no row in common");
+    }
+    Compared compared{.passes = {},
+                      .before = {all.begin(), all.begin() + static_cast<std::ptrdiff_t>(first)},
+                      .verdict = comparison.verdict,
+                      .notes = comparison.differences};
+    for (auto const& [count, name] : {std::pair{comparison.onlyBefore, &before},
+                                      std::pair{comparison.onlyAfter, &after.front()}}) {
+        if (count > 0) {
+            compared.notes.push_back(std::to_string(count) + " rows that only " + *name + " has");
+        }
+    }
+    compared.differs = !compared.notes.empty();
+    for (std::string const& advice : adviceOf(comparison)) {
+        compared.notes.push_back(advice);
+    }
+    passes.list.erase(passes.list.begin(),
+                      passes.list.begin() + static_cast<std::ptrdiff_t>(first));
+    compared.passes = std::move(passes);
+    return compared;
+}
+
+Findings findingsOf(ReportOptions const& options) {
+    std::vector<std::string> inputs = options.files;
+    if (!options.against.empty()) {
+        inputs.push_back(options.against);
+    }
+    refuseOverwriting(options.output, inputs);
+    Findings findings;
+    findings.settings = (options.against.empty() ? ShowOptions() : CompareOptions().show).settings;
+    if (options.threshold > 0) {
+        findings.settings.threshold = options.threshold;
+    }
+    if (!options.against.empty()) {
+        Compared compared = compareFiles(options.against, options.files, findings.settings);
+        findings.before = options.against;
+        findings.after = options.files.front();
+        findings.notes = std::move(compared.notes);
+        findings.machines.push_back({.passes = std::move(compared.passes),
+                                     .before = std::move(compared.before),
+                                     .verdict = std::move(compared.verdict)});
+        return findings;
+    }
+    Passes const passes = readTables(options.files);
+    Head const& head = passes.list.front().head;
+    std::size_t paired = 0;
+    for (Passes& one : byMachine(passes)) {
+        Verdict verdict = judgePairs(one, findings.settings);
+        paired += verdict.points.empty() ? 0 : 1;
+        findings.machines.push_back({.passes = std::move(one), .verdict = std::move(verdict)});
+    }
+    if (paired > 0) {
+        if (paired < findings.machines.size()) {
+            throw Failure("some tables have pairs, some have not: they don't go together");
+        }
+        findings.before = pathOr(head.get(key::baseline), "the baseline");
+        findings.after = pathOr(head.get(key::library), "the library");
+    }
+    return findings;
+}
+
 // What commands that make passes have in common.
 class Work {
 public:
@@ -353,33 +436,20 @@ int verdictCommand(VerdictOptions const& options) {
 }
 
 int compareCommand(CompareOptions const& options) {
-    Passes passes = readTables({options.before});
-    std::size_t const first = passes.list.size();
-    readPasses(passes, readFile(options.after), options.after);
-    std::span<Pass const> const all = passes.list;
-    Comparison const comparison =
-        compareTables(passes.points, all.first(first), all.subspan(first), options.show.settings);
-    if (comparison.verdict.points.empty()) {
-        throw Failure("the tables have no row in common");
-    }
-    std::vector<std::string> notes = comparison.differences;
-    for (auto const& [count, name] : {std::pair{comparison.onlyBefore, &options.before},
-                                      std::pair{comparison.onlyAfter, &options.after}}) {
-        if (count > 0) {
-            notes.push_back(std::to_string(count) + " rows that only " + *name + " has");
-        }
-    }
-    bool const differs = !notes.empty();
-    std::vector<std::string> const advice = adviceOf(comparison);
-    notes.insert(notes.end(), advice.begin(), advice.end());
-    std::vector<Verdict> const verdicts{comparison.verdict};
-    show({.points = passes.points,
+    Compared const compared = compareFiles(options.before, {options.after}, options.show.settings);
+    std::vector<Verdict> const verdicts{compared.verdict};
+    show({.points = compared.passes.points,
           .verdicts = verdicts,
           .before = options.before,
           .after = options.after,
-          .notes = notes},
+          .notes = compared.notes},
          options.show);
-    return options.strict && differs ? exitFailed : exitOf(verdicts, options.show.failOn);
+    return options.strict && compared.differs ? exitFailed : exitOf(verdicts, options.show.failOn);
+}
+
+int reportCommand(ReportOptions const& options) {
+    replaceFile(options.output, reportPage(findingsOf(options)));
+    return exitFine;
 }
 
 int mergeCommand(MergeOptions const& options) {

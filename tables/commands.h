@@ -70,11 +70,19 @@ struct MergeOptions {
     std::string output;
 };
 
+struct ReportOptions {
+    std::vector<std::string> files;
+    std::string against; // the table before, of absolute numbers; "": none
+    std::string output;
+    double threshold = 0; // 0: what the commands that compare have
+};
+
 int pairCommand(PairOptions const& options);
 int runCommand(RunOptions const& options);
 int verdictCommand(VerdictOptions const& options);
 int compareCommand(CompareOptions const& options);
 int mergeCommand(MergeOptions const& options);
+int reportCommand(ReportOptions const& options);
 int machineCommand();
 
 } // namespace tables

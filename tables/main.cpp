@@ -10,15 +10,16 @@ namespace {
 
 using namespace tables;
 
+void addThreshold(CLI::App& command, double& share) {
+    command
+        .add_option_function<double>(
+            "--threshold", [&share](double percent) { share = percent / 100; },
+            "Percent that matter: smaller changes are not called")
+        ->check(CLI::Range(0.01, 100.0));
+}
+
 void addShow(CLI::App& command, ShowOptions& options) {
-    auto const inPercent = [&command](char const* name, double& share, char const* help) {
-        command
-            .add_option_function<double>(
-                name, [&share](double percent) { share = percent / 100; }, help)
-            ->check(CLI::Range(0.01, 100.0));
-    };
-    inPercent("--threshold", options.settings.threshold,
-              "Percent that matter: smaller changes are not called");
+    addThreshold(command, options.settings.threshold);
     command.add_option("--format", options.format, "How the verdict is printed")
         ->check(CLI::IsMember({"text", "markdown", "csv", "json"}))
         ->capture_default_str();
@@ -105,6 +106,15 @@ int runCommandLine(int argc, char** argv) {
                         "Table to write; FILE.passes.csv beside it has all readings; "
                         "without it the table is printed");
     mergeApp.callback([&] { command = [&] { return mergeCommand(merge); }; });
+
+    ReportOptions report;
+    CLI::App& reportApp = *app.add_subcommand("report", "A page to look at, in one html file");
+    reportApp.add_option("tables", report.files, "Tables, files of passes or of pairs")->required();
+    reportApp.add_option("--against", report.against,
+                         "Table of absolute numbers to compare with, measured before");
+    reportApp.add_option("-o,--output", report.output, "The page to write")->required();
+    addThreshold(reportApp, report.threshold);
+    reportApp.callback([&] { command = [&] { return reportCommand(report); }; });
 
     app.add_subcommand("machine", "What this machine is fit for, in two seconds")->callback([&] {
         command = machineCommand;

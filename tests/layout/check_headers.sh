@@ -11,7 +11,7 @@ complain() {
 # A rank for each floor; floors of one rank do not know each other.
 declare -A rank=([psbase]=1 [psstream]=2 [psmemory]=3 [pscpu]=3 [psparameter]=4 [pstool]=4
     [pstest]=5 [ps]=6 [zo]=7 [vts]=8 [timing]=9 [families]=10
-    [core]=-1 [run]=0) # of tables, which know none of those above
+    [core]=-1 [run]=0 [page]=0 [export]=0) # of tables, which know none of those above
 
 check_file() { # root of includes, path below it
     local path=$2 floor=${2%%/*} included

@@ -1,0 +1,17 @@
+# embed.cmake - writes the files of the page as C++ texts: cmake -DPAGE=.. -DCHARTS=.. -DOUT=.. -P
+file(READ ${PAGE}/report.html html)
+file(READ ${CHARTS}/uPlot.iife.min.js charts)
+file(READ ${CHARTS}/LICENSE licence)
+file(READ ${PAGE}/report.js script)
+file(READ ${CHARTS}/uPlot.min.css chartStyle)
+file(READ ${PAGE}/report.css style)
+string(PREPEND script "/*\n${licence}*/\n${charts}\n")
+string(PREPEND style "${chartStyle}\n")
+string(SHA256 scriptSum "${script}")
+string(SHA256 styleSum "${style}")
+set(text "#include \"page/parts.h\"\nnamespace tables::parts {\n")
+foreach(part html script style scriptSum styleSum)
+    string(APPEND text "constexpr std::string_view ${part}Text = R\"psPage(${${part}})psPage\";\n"
+        "std::string_view const ${part} = ${part}Text;\n")
+endforeach()
+file(WRITE ${OUT} "${text}} // namespace tables::parts\n")
