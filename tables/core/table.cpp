@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -134,10 +135,17 @@ void Reader::read(std::string_view text) {
 }
 
 void Reader::line(std::string_view text) {
-    if (text.starts_with(titles[0]) || text.starts_with("Pass,funcBase")) {
-        return title(text);
+    std::string_view const behindPass = text.substr(text.starts_with("Pass,") ? 5 : 0);
+    std::size_t const end = titles[0].size();
+    if (behindPass.starts_with(titles[0]) &&
+        (behindPass.size() == end ||
+         std::isalnum(static_cast<unsigned char>(behindPass[end])) == 0)) {
+        return title(text); // whatever it separates columns with
     }
-    bool const beginsPass = text.starts_with("Pass,") || text.starts_with("CPU,");
+    // Functions may be named so, too; their rows have all the columns.
+    bool const beginsPass =
+        (text.starts_with("Pass,") || text.starts_with("CPU,")) &&
+        static_cast<std::size_t>(std::count(text.begin(), text.end(), ',')) + 1 != m_titleColumns;
     if (m_in == In::rows && !m_long && beginsPass) {
         m_in = In::head; // another run was added to the file
         m_titleColumns = 0;
