@@ -21,7 +21,14 @@ TEST(Paired, EveryPointHasARatioInTableAndText) {
     TempDirectory const dir;
     Outcome const outcome =
         paired(dir, PS_LIBRARY, "-f=zolsAbs_32f_A24 -f=zolsPowx_32f_A24 -f=zolsModf_64f");
-    EXPECT_TRUE(contains(outcome.out, "| Library  : baseline: ZOL Vector Math, "));
+    for (std::string const line :
+         {"under test: " PS_LIBRARY "/libzolvm.so", "baseline: ZOL Vector Math, ",
+          "baseline: " PS_LIBRARY "/libzolvm.so"}) {
+        EXPECT_TRUE(contains(outcome.out, "| Library  : " + line)) << outcome.out;
+    }
+    std::regex const place("\n-- Baseline: (both libraries in this process, each in a name space "
+                           "of its own|in a second process: this build knows one name space)\n");
+    EXPECT_TRUE(std::regex_search(outcome.out, place));
     EXPECT_TRUE(contains(outcome.out, "| .Successes       : 3 "));
     std::regex const comment("nLps=\\d+ base=[0-9.]+ ratio=(\\d\\.\\d{4}) lo=(\\d\\.\\d{4}) "
                              "hi=(\\d\\.\\d{4}) nPrs=\\d+ (quiet|shared)");
@@ -54,7 +61,9 @@ TEST(Paired, TheRatioIsUnderTestByBaselineAndSettingsReachTheBaseline) {
     EXPECT_TRUE(std::regex_search(readFile(dir.path + "t.csv"), large));
 
     Outcome const features = paired(dir, own, "-f=zolsAbs_64f_A53 -dBaselineFeatures=AVX2");
-    EXPECT_TRUE(contains(features.out, "gave status 38: ")) << features.out; // it has none
+    std::string const start = "-- Baseline: the start of " + own + "/libzolvm.so gave status ";
+    EXPECT_TRUE(contains(features.out, start + "38: ")) << features.out; // it has none
+    EXPECT_TRUE(contains(paired(dir, own, "-fnone -N2").out, start + "-6: "));
 }
 
 TEST(Paired, AFaultNamesItsSideAndAMissingFunctionIsMeasuredAlone) {
@@ -96,9 +105,12 @@ TEST(Paired, WhatCannotBeMeasuredIsOneClearLine) {
         {dir.path, "", "invalid ELF header"},
         {dir.path + "half", "", "libzolvm.so holds none of the measured functions"},
         {own, "-dPairTime=0", "-- Baseline: PairTime=0 is not a number from 1 to 10000"},
+        {own, "-dPairTime=10001", "-- Baseline: PairTime=10001 is not a number from 1 to 10000"},
         {own, "-dPairTime=ten", "-- Baseline: PairTime=ten is not a number from 1 to 10000"},
         {own, "-dBaselineFirst=2", "-- Baseline: BaselineFirst=2 is not a number from 0 to 1"},
         {own, "-dBaselineIn=heap", "-- Baseline: BaselineIn=heap is neither space nor process"},
+        {own, "-dBaselineIn=", "-- Baseline: BaselineIn= is neither space nor process"},
+        {"", "", "-- Baseline: no path is given"},
         {own, "-dBaselineFeatures=X", "-- Baseline: BaselineFeatures=X names no features"},
     };
     for (auto const& test : cases) {

@@ -9,19 +9,15 @@
 #include <dirent.h>
 #include <fcntl.h>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include "ps/psregister.h"
 #include "pscpu/pszolentry.h"
 #include "psmemory/psmemory.h"
 #include "psstream/pscstream.h"
-#include "psstream/psistream.h"
-#include "pstest/psrunmode.h"
-#include "pstool/psctrl.h"
+#include "support/sessionglobals.h"
+#include "support/tempdirectory.h"
 
 namespace {
 
@@ -47,28 +43,14 @@ bool staysInside(std::string_view path) {
 }
 
 // Private directory of this process, gone when it ends.
-class PrivateDirectory {
+class PrivateDirectory : public TempDirectory {
 public:
-    PrivateDirectory() {
-        char const* const base = std::getenv("TMPDIR");
-        path = std::string(base != nullptr ? base : "/tmp") + "/ps_fuzz_XXXXXX";
-        if (mkdtemp(path.data()) == nullptr || mkdir((path + "/" + subDirectory).c_str(), 0700)) {
-            fuzzFailure(__FILE__, __LINE__, "mkdtemp", path);
-        }
-    }
-    PrivateDirectory(PrivateDirectory const&) = delete;
-    PrivateDirectory& operator=(PrivateDirectory const&) = delete;
-    ~PrivateDirectory() {
-        std::error_code ignored;
-        std::filesystem::remove_all(path, ignored);
-    }
+    PrivateDirectory() { std::filesystem::create_directory(path + subDirectory); }
 
     void clear() const {
         clearFiles(path);
-        clearFiles(path + "/" + subDirectory);
+        clearFiles(path + subDirectory);
     }
-
-    std::string path;
 
 private:
     static void clearFiles(std::string const& directory) {
@@ -85,28 +67,6 @@ private:
 PrivateDirectory& privateDirectory() {
     static PrivateDirectory directory;
     return directory;
-}
-
-template <typename T>
-void renew(T& object) {
-    std::destroy_at(&object);
-    std::construct_at(&object);
-}
-
-template <typename T>
-void drop(T*& object) {
-    delete object;
-    object = nullptr;
-}
-
-void dropTargets(psTargetList& stream) {
-    stream.close();
-    for (o_stream* target : stream) {
-        if (target->ownedByList) {
-            delete target;
-        }
-    }
-    stream.clear();
 }
 
 // Tests that are listed and never run.
@@ -199,13 +159,10 @@ Sandbox::~Sandbox() {
 }
 
 void Sandbox::put(std::string const& path, std::string_view text) {
-    std::ofstream(path, std::ios::binary) << text;
+    writeFile(path, std::string(text));
 }
 
-std::string Sandbox::content(std::string const& path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-}
+std::string Sandbox::content(std::string const& path) { return readFile(path); }
 
 std::string harmless(std::string_view text) {
     std::string cleaned(text);
@@ -347,45 +304,11 @@ std::string FuzzSession::settings() {
 }
 
 void FuzzSession::resetGlobals() {
-    for (psTargetList* stream :
-         {static_cast<psTargetList*>(&g_ostrm), static_cast<psTargetList*>(&g_cstrm),
-          static_cast<psTargetList*>(&g_qstrm), static_cast<psTargetList*>(&g_ustrm)}) {
-        dropTargets(*stream);
-    }
-    g_cstrm.tableFlush();
-    g_qstrm.tableFlush();
-    renew(g_ostrm);
-    renew(g_istrm);
+    resetSessionGlobals();
     c_in.close();
     c_in.file = stdin;
+    c_out.close();
     c_out.file = stdout;
-    drop(g_pParmList);
-    drop(pCmdLine);
-    drop(psSession::pCmdList);
-    s_cpuFeature = 0;
-    s_numThreads = 0;
-    s_version = false;
-    s_hintArg = 0;
-    s_hintHide = true;
-    g_tool = psTool();
-    psTool::m_priority = 0;
-    psTest::m_hot = 0;
-    psTest::m_pressing = false;
-    psTest::m_cache = false;
-    psTestList::m_startFunc = "";
-    psRunMode::nameMode = 0;
-    psRunMode::nameExit = false;
-    psSession::m_exitLevel = 0;
-    psSession::m_exePath = "";
-    psSession::m_defName = "";
-    psSession::m_inDir = "";
-    psSession::m_outDir = "";
-    psSetAlignByByte(false);
-    psSetVectorAlign(0);
-    psSetAlignSrc(true);
-    psSetVectorShift(512);
-    is_W_flagUsed = false;
-    psCpuTicker::m_freqMHz = 1000;
 }
 
 void checkEcho(std::string const& shown, std::string const& header, std::vector<Key> const& keys,

@@ -2,6 +2,7 @@
 #include <sstream>
 
 #include "psstream/pscstream.h"
+#include "pstool/psctrl.h"
 #include "sessionfixture.h"
 #include "support/storedtext.h"
 
@@ -61,6 +62,10 @@ TEST_F(PsKeyHandlers, EffectOfKeys) {
         {{"-TAVX,AES", "-N", "8"}, [] { return s_cpuFeature == 0x5df && s_numThreads == 8; }},
         {{"-SX", "-C"}, [] { return g_tool.m_setAndUse && psTest::m_cache; }},
         {{"-s-", "-s"}, [&] { return now->m_noSort; }},
+        {{"-W"}, // only inexact stays masked
+         [] {
+             return is_W_flagUsed && ts87Base::Exception == 0x20 && tsSSXBase::Exception == 0x1000;
+         }},
         {{"-?L", "-h"}, [] { return s_hintArg == 1 && s_hintHide; }},
     };
     for (auto const& [words, holds] : cases) {

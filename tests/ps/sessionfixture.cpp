@@ -1,11 +1,8 @@
-// sessionfixture.cpp - the globals of the framework, put back to their start.
+// sessionfixture.cpp - sessions over probes, and all that a run leaves, put back to its start.
 #include "sessionfixture.h"
 
-#include "psmemory/psmemory.h"
-#include "psstream/pscstream.h"
-#include "psstream/psistream.h"
 #include "pstest/psrunmode.h"
-#include "pstool/psctrl.h"
+#include "support/sessionglobals.h"
 
 std::vector<std::string> ProbeTest::ran;
 psList<psParameter*> ProbeTest::parameters;
@@ -24,22 +21,6 @@ psResult ProbeTest::runTiming() {
     return psResOk;
 }
 
-namespace {
-
-template <typename T>
-void renew(T& object) {
-    std::destroy_at(&object);
-    std::construct_at(&object);
-}
-
-template <typename T>
-void drop(T*& object) {
-    delete object;
-    object = nullptr;
-}
-
-} // namespace
-
 SessionTest::SessionTest() {
     std::filesystem::current_path(directory.path);
     resetGlobals();
@@ -52,14 +33,7 @@ SessionTest::~SessionTest() {
 }
 
 void SessionTest::resetGlobals() {
-    for (auto target = g_ostrm.begin(); target != g_ostrm.end();) {
-        target = *target == &c_out ? g_ostrm.erase(target) : ++target;
-    }
-    renew(g_ostrm);
-    renew(g_cstrm);
-    renew(g_qstrm);
-    renew(g_ustrm);
-    renew(g_istrm);
+    resetSessionGlobals();
     answers("");
     if (pTestList != nullptr) {
         for (psTest* test : *pTestList) {
@@ -67,12 +41,9 @@ void SessionTest::resetGlobals() {
         }
     }
     drop(pTestList);
-    drop(g_pParmList);
     drop(g_pHotList);
     drop(g_pLibInfoList);
-    drop(pCmdLine);
     drop(zolVersionList);
-    drop(psSession::pCmdList);
     pSession = nullptr;
     s_parmFunc = nullptr;
     initTimingMethod = nullptr;
@@ -83,24 +54,6 @@ void SessionTest::resetGlobals() {
     zol_SetNumThreads = nullptr;
     zol_GetNumThreads = nullptr;
     psFillZolEntries();
-    s_cpuFeature = 0;
-    s_numThreads = 0;
-    s_version = false;
-    s_hintArg = 0;
-    s_hintHide = true;
-    g_tool = psTool();
-    psTool::m_priority = 0;
-    psTest::m_hot = 0;
-    psTest::m_pressing = false;
-    psTest::m_cache = false;
-    psTestList::m_startFunc = "";
-    psRunMode::nameMode = 0;
-    psRunMode::nameExit = false;
-    psSetAlignByByte(false);
-    psSetVectorAlign(0);
-    psSetAlignSrc(true);
-    psSetVectorShift(512);
-    psCpuTicker::m_freqMHz = 1000; // the estimate spins for seconds
     ProbeTest::ran.clear();
     ProbeTest::parameters.clear();
 }

@@ -13,6 +13,7 @@ TEST(PsSentinel, TheLevelIsLowAndAllowsForTheClockAndTheCountersStep) {
     } const cases[] = {
         {"quiet", {{500, 90}, {502, 10}}, 500, 2},
         {"one odd least reading is no level", {{400, 1}, {500, 99}}, 500, 100},
+        {"a twentieth is", {{400, 5}, {500, 95}}, 400, 100},
         {"shared for most of the time", {{500, 10}, {900, 90}}, 500, 100},
         {"coarse counter", {{1222, 50}, {1248, 50}}, 1222, 26},
         {"an interrupt", {{500, 99}, {2000001, 1}}, 500, 1},

@@ -18,6 +18,7 @@ TEST(PsZolEntry, ReplacementsFillOnlyWhatIsMissing) {
     EXPECT_EQ(s_zolInit(), -2);
     Zol64u mask = 0;
     EXPECT_EQ(zol_GetCpuFeatures(&mask, nullptr), -2);
+    EXPECT_EQ(zol_SetCpuFeatures(1) + zol_SetNumThreads(1) + zol_GetNumThreads(nullptr), -6);
     EXPECT_STREQ(zol_GetStatusString(7), "Warning");
     int wanted = -1;
     ZolStatus const status = makersCacheBytes(readCpuid, &wanted);

@@ -94,7 +94,8 @@ TEST(PsStepIterator, DefinitionsAndTheirValues) {
         EXPECT_EQ(walk(step), row.values);
         EXPECT_STREQ(step.description().c_str(), row.description);
         EXPECT_STREQ(step.prompt().c_str(), row.description[0] == 'f' ? "for S" : "S");
-        psStepIterator<int> again; // the default text is itself a valid definition
+        psStepIterator<int> again;          // the default text is itself a valid definition
+        again.init("S", 0, 0, 0, StepNone); // of a list that is still empty
         again.translate(step.defaultString());
         EXPECT_EQ(walk(again), row.values);
     }

@@ -18,12 +18,14 @@ TEST_F(PsFileStream, TellsEachKindOfFailureToOpen) {
     EXPECT_FALSE(io_stream(missing.c_str(), 258, true).isOpen());
     EXPECT_FALSE(io_stream(path("").c_str(), 257, true).isOpen()); // a directory
     EXPECT_FALSE(io_stream("", 258, true).isOpen());
+    EXPECT_FALSE(io_stream("neither", 256, true).isOpen());
     EXPECT_FALSE(io_stream(missing.c_str(), 257, false).isOpen());
     std::string const start = "-- Can't open file ";
     EXPECT_EQ(console(), start + missing + " to read: \n" + start + missing + " to write: \n" +
                              start + path("") +
                              " to read: \n"
-                             "-- Can't open file. Wrong filename (NULL)  to write: \n");
+                             "-- Can't open file. Wrong filename (NULL)  to write: \n" +
+                             start + "neither: \n");
 }
 
 TEST_F(PsFileStream, ReadsLinesOfAnyLengthWithoutZeroBytes) {

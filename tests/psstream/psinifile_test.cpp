@@ -2,11 +2,13 @@
 #include "psstream/psinifile.h"
 
 #include <csignal>
+#include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "psstream/psreplacefile.h"
 #include "psstream/streamfixture.h"
 
 namespace {
@@ -64,6 +66,7 @@ TEST_F(PsIniFile, ChangesMemoryAndWritesWhenAsked) {
     ini.write("new", "bare");
     ini.write("empty");
     ini.eraseSection("gone");
+    ini.deleteKey("absent", "drop");
     ini.deleteKey("old", "drop");
     EXPECT_STREQ(ini.read("old", "\tkeep", "none").c_str(), "5");
     EXPECT_STREQ(ini.read("old", "drop", "none").c_str(), "none");
@@ -150,11 +153,13 @@ TEST_F(PsIniFile, KeepsModeOwnerAndLink) {
         bool const given = chown(file.c_str(), 12, 34) == 0; // by root alone
         std::filesystem::remove(path("link"));
         std::filesystem::create_symlink(name, path("link"));
+        testing::internal::CaptureStderr();
         {
             psIniFile linked;
             ASSERT_TRUE(linked.open(path("link").c_str(), true));
             linked.write("a", "k", "2", "");
         }
+        EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
         EXPECT_TRUE(std::filesystem::is_symlink(path("link")));
         struct stat facts = {};
         ASSERT_EQ(stat(file.c_str(), &facts), 0);
@@ -163,6 +168,17 @@ TEST_F(PsIniFile, KeepsModeOwnerAndLink) {
         EXPECT_EQ(content(file), changed);
     }
     EXPECT_EQ(files(), 3);
+}
+
+TEST_F(PsIniFile, WritesInsideWhatIsNoFile) {
+    ASSERT_EQ(mkfifo(path("pipe").c_str(), 0600), 0);
+    int const reader = open(path("pipe").c_str(), O_RDWR);
+    EXPECT_TRUE(psReplaceFile(path("pipe").c_str(), "text"));
+    char text[8] = "";
+    EXPECT_EQ(read(reader, text, sizeof text - 1), 4);
+    EXPECT_STREQ(text, "text");
+    EXPECT_TRUE(std::filesystem::is_fifo(path("pipe")));
+    close(reader);
 }
 
 TEST_F(PsIniFile, LosesNoSectionToAKill) {
