@@ -2,7 +2,6 @@
 #include "pstool/pspairing.h"
 
 #include <cstdlib>
-#include <cstring>
 
 #include "pscpu/pscputicker.h"
 
@@ -26,7 +25,10 @@ bool psPairing::enable(long long clocksPerPoint, psSide first) {
         return false;
     }
     m_capacity = static_cast<int>(most);
-    memset(static_cast<void*>(m_pairs), 0, static_cast<size_t>(most) * sizeof(psPair)); // touched
+    // Touches the memory. Zeroes the compiler would leave to calloc, which does not.
+    for (int i = 0; i < m_capacity; ++i) {
+        m_pairs[i] = {1.0, 1.0, 1.0F, 1.0F};
+    }
     m_clocksPerPoint = clocksPerPoint;
     m_first = first;
     for (int i = 0; i < levelReadings; ++i) {

@@ -478,10 +478,12 @@ bool Server::next(long long clocks) {
 
 } // namespace
 
-bool zoIsPeer() { return std::getenv(memoryVariable) != nullptr; }
-
-void zoServePeer() {
-    int const memory = std::atoi(std::getenv(memoryVariable));
+bool zoServePeer() {
+    char const* const descriptor = std::getenv(memoryVariable);
+    if (descriptor == nullptr) {
+        return false;
+    }
+    int const memory = std::atoi(descriptor);
     (void)unsetenv(memoryVariable); // not for processes of the library's own
     void* const place = mapShared(memory);
     if (place != sharedAddress) {
@@ -492,10 +494,11 @@ void zoServePeer() {
     // No one stays behind, whatever becomes of the other.
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (getppid() != channel->asker) {
-        return;
+        return true;
     }
     Server server(channel);
     server.start();
     server.serve();
     g_turns = nullptr;
+    return true;
 }

@@ -68,9 +68,9 @@ private:
     bool m_gaveWay = false; // since the last reading of this process
 };
 
-// The other end: what the second process does instead of a run.
-bool zoIsPeer();    // this process was started by a zoPeer
-void zoServePeer(); // until the other end is done with it; a process without one ends
+// The other end: what the second process does instead of a run, until the zoPeer that started it is
+// done with it. False: no zoPeer started this process.
+bool zoServePeer();
 
 // The timing tests' part in the second process: makes the vectors and the length those of a point,
 // before its timing function is called.

@@ -4,13 +4,7 @@
 #include "zo/zopeer.h"
 #include "zo/zosides.h"
 
-int zoSession::run(int argc, char** argv) {
-    if (zoIsPeer()) {
-        zoServePeer();
-        return 0;
-    }
-    return psSession::run(argc, argv);
-}
+int zoSession::run(int argc, char** argv) { return zoServePeer() ? 0 : psSession::run(argc, argv); }
 
 void zoSession::funcTitleToCStream() {
     g_cstrm << "funcBase"
@@ -25,8 +19,7 @@ bool zoSession::startComparison() {
         g_ostrm << MSG_ERR << "-- Baseline: " << error << "\n" << MSG_RESTORE_FLUSH;
         return false;
     }
-    return settings.baseline.empty() ||
-           g_sides.open(settings, {s_cpuFeature, s_numThreads});
+    return settings.baseline.empty() || g_sides.open(settings, {s_cpuFeature, s_numThreads});
 }
 
 void zoSession::readCommonData() {
