@@ -13,6 +13,7 @@ declare -A packages=(
     [analysis]='clang-tidy cppcheck'
     [browser]='chromium nodejs' # for the report's tests
     [npm]='npm'                 # unless nodejs brings it
+    [readers]='libbenchmark-tools python3-scipy python3-junitparser' # of what ps_tables exports
     [fuzz]='clang libclang-rt-14-dev'
 )
 

@@ -14,6 +14,7 @@
 #include "core/findings.h"
 #include "core/merge.h"
 #include "core/show.h"
+#include "export/formats.h"
 #include "page/report.h"
 #include "run/campaign.h"
 #include "run/files.h"
@@ -237,6 +238,17 @@ Compared compareFiles(std::string const& before, std::vector<std::string> const&
     return compared;
 }
 
+// The path of the library under test, where the tables tell it, like the baseline's.
+std::string libraryOf(Head const& head) {
+    constexpr std::string_view ahead = "under test: ";
+    for (auto const& [name, value] : head.entries()) {
+        if (name == key::library && value.starts_with(ahead)) {
+            return value.substr(ahead.size());
+        }
+    }
+    return pathOr(head.get(key::library), "the library");
+}
+
 Findings findingsOf(ReportOptions const& options) {
     std::vector<std::string> inputs = options.files;
     if (!options.against.empty()) {
@@ -271,7 +283,7 @@ Findings findingsOf(ReportOptions const& options) {
             throw Failure("some tables have pairs, some have not: they don't go together");
         }
         findings.before = pathOr(head.get(key::baseline), "the baseline");
-        findings.after = pathOr(head.get(key::library), "the library");
+        findings.after = libraryOf(head);
     }
     return findings;
 }
@@ -430,7 +442,7 @@ int verdictCommand(VerdictOptions const& options) {
     show({.points = passes.points,
           .verdicts = verdicts,
           .before = pathOr(head.get(key::baseline), "the baseline"),
-          .after = pathOr(head.get(key::library), "the library")},
+          .after = libraryOf(head)},
          options.show);
     return exitOf(verdicts, options.show.failOn);
 }
@@ -449,6 +461,35 @@ int compareCommand(CompareOptions const& options) {
 
 int reportCommand(ReportOptions const& options) {
     replaceFile(options.output, reportPage(findingsOf(options)));
+    return exitFine;
+}
+
+int exportCommand(ExportOptions const& options) {
+    Findings const findings = findingsOf(options.tables);
+    Side const side = options.baseline ? Side::baseline : Side::library;
+    std::string const& format = options.format;
+    std::string const text = format == "gbench"    ? gbenchText(findings, side)
+                             : format == "gobench" ? gobenchText(findings, side)
+                             : format == "long"    ? longCsv(findings)
+                             : format == "json"    ? longJson(findings)
+                                                : junitText(findings, options.failOn == "changed");
+    if (options.tables.output.empty()) {
+        print(text);
+    } else {
+        replaceFile(options.tables.output, text);
+    }
+    return exitFine;
+}
+
+int importCommand(ImportOptions const& options) {
+    refuseOverwriting(options.output, {options.file});
+    Passes const passes = readGbench(readFile(options.file), options.file, options.mhz);
+    if (options.output.empty()) {
+        Merged const merged = mergePasses(passes);
+        print(tableText(passes.points, merged.pass, merged.words));
+    } else {
+        writeResults(options.output, passes, nullptr);
+    }
     return exitFine;
 }
 

@@ -70,11 +70,25 @@ struct MergeOptions {
     std::string output;
 };
 
+// Tables, and what they are held against.
 struct ReportOptions {
     std::vector<std::string> files;
     std::string against; // the table before, of absolute numbers; "": none
     std::string output;
     double threshold = 0; // 0: what the commands that compare have
+};
+
+struct ExportOptions {
+    ReportOptions tables;
+    std::string format;
+    bool baseline = false; // its readings, for formats that hold those of one library
+    std::string failOn = "slower";
+};
+
+struct ImportOptions {
+    std::string file;
+    std::string output;
+    double mhz = 0; // 0: as the file says
 };
 
 int pairCommand(PairOptions const& options);
@@ -83,6 +97,8 @@ int verdictCommand(VerdictOptions const& options);
 int compareCommand(CompareOptions const& options);
 int mergeCommand(MergeOptions const& options);
 int reportCommand(ReportOptions const& options);
+int exportCommand(ExportOptions const& options);
+int importCommand(ImportOptions const& options);
 int machineCommand();
 
 } // namespace tables

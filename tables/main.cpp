@@ -18,6 +18,13 @@ void addThreshold(CLI::App& command, double& share) {
         ->check(CLI::Range(0.01, 100.0));
 }
 
+void addTables(CLI::App& command, ReportOptions& options) {
+    command.add_option("tables", options.files, "Tables, files of passes or of pairs")->required();
+    command.add_option("--against", options.against,
+                       "Table of absolute numbers to compare with, measured before");
+    addThreshold(command, options.threshold);
+}
+
 void addShow(CLI::App& command, ShowOptions& options) {
     addThreshold(command, options.settings.threshold);
     command.add_option("--format", options.format, "How the verdict is printed")
@@ -109,12 +116,36 @@ int runCommandLine(int argc, char** argv) {
 
     ReportOptions report;
     CLI::App& reportApp = *app.add_subcommand("report", "A page to look at, in one html file");
-    reportApp.add_option("tables", report.files, "Tables, files of passes or of pairs")->required();
-    reportApp.add_option("--against", report.against,
-                         "Table of absolute numbers to compare with, measured before");
+    addTables(reportApp, report);
     reportApp.add_option("-o,--output", report.output, "The page to write")->required();
-    addThreshold(reportApp, report.threshold);
     reportApp.callback([&] { command = [&] { return reportCommand(report); }; });
+
+    ExportOptions exported;
+    CLI::App& exportApp = *app.add_subcommand("export", "Tables in other tools' formats");
+    addTables(exportApp, exported.tables);
+    exportApp
+        .add_option("--to", exported.format,
+                    "gbench: JSON of Google Benchmark; gobench: Go's benchmark text; long, json: "
+                    "all readings; junit: XML of tests")
+        ->check(CLI::IsMember({"gbench", "gobench", "long", "json", "junit"}))
+        ->required();
+    exportApp.add_option("-o,--output", exported.tables.output, "The file to write");
+    exportApp.add_flag("--baseline", exported.baseline,
+                       "For gbench and gobench, the baseline's readings");
+    exportApp.add_option("--fail-on", exported.failOn, "For junit, what is a failure")
+        ->check(CLI::IsMember({"slower", "changed"}))
+        ->capture_default_str();
+    exportApp.callback([&] { command = [&] { return exportCommand(exported); }; });
+
+    ImportOptions imported;
+    CLI::App& importApp = *app.add_subcommand("import", "A table of Google Benchmark's JSON");
+    importApp.add_option("file", imported.file, "The JSON")->required();
+    importApp.add_option("--mhz", imported.mhz, "Frequency that makes clocks of times")
+        ->check(CLI::Range(1.0, 1e6));
+    importApp.add_option("-o,--output", imported.output,
+                         "Table to write; FILE.passes.csv beside it has all repetitions; "
+                         "without it the table is printed");
+    importApp.callback([&] { command = [&] { return importCommand(imported); }; });
 
     app.add_subcommand("machine", "What this machine is fit for, in two seconds")->callback([&] {
         command = machineCommand;

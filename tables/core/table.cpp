@@ -370,7 +370,7 @@ std::string headText(Head const& head) {
 } // namespace
 
 std::string Point::function() const {
-    return base + '_' + type + (accuracy == "-" ? "" : '_' + accuracy);
+    return base + (type == "-" ? "" : '_' + type) + (accuracy == "-" ? "" : '_' + accuracy);
 }
 
 std::uint32_t PointList::add(Point const& point) {

@@ -23,7 +23,7 @@ struct Point {
         parms;        // Parm1 to scaleFactor as they stand in the row, "-,-,-,-,-,-,-" if all empty
     std::string unit; // what clocks are counted per: "e", an element
 
-    // Sin_32f_A24; without accuracy Rint_32f.
+    // Sin_32f_A24; without accuracy Rint_32f. What comes from other tools has no type, either.
     std::string function() const;
     std::strong_ordering operator<=>(Point const&) const = default;
 };

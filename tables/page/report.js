@@ -13,9 +13,9 @@ function readSet(set) {
     const functions = set.functions.map(([base, type, accuracy, parms, unit]) => ({
         family: base + (parms === noParms ? '' : ' ' + parms),
         type, accuracy, unit,
-        name: base + '_' + type + (accuracy === '-' ? '' : '_' + accuracy) +
+        name: [base, type, accuracy].filter(part => part !== '-').join('_') +
             (parms === noParms ? '' : ' ' + parms),
-        variant: type + (accuracy === '-' ? '' : '_' + accuracy),
+        variant: [type, accuracy].filter(part => part !== '-').join('_'),
         rows: [],
     }));
     const columns = set.rows;

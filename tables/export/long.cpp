@@ -1,0 +1,134 @@
+// long.cpp - all readings in long form, as csv and as JSON.
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <unordered_map>
+
+#include "export/formats.h"
+
+namespace tables {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+// Null and an empty cell: there is none.
+constexpr struct {
+    char const* name;
+    char const* type;
+    char const* meaning;
+} fields[] = {
+    {"machine", "string", "computer and processor"},
+    {"pass", "integer", "number of the pass of this machine and side, from 1"},
+    {"side", "string", "library: under test; baseline: what it is compared with"},
+    {"function", "string", "family, type and accuracy in one"},
+    {"family", "string", "as Sin"},
+    {"type", "string", "as 32f"},
+    {"accuracy", "string", "as A24; - where the function has none"},
+    {"length", "integer", "elements of a vector"},
+    {"parameters", "string", "Parm1 to scaleFactor, with semicolons"},
+    {"clocks", "number", "per element, of this side"},
+    {"usec", "number", "microseconds of a call"},
+    {"calls", "integer", "in the reading that counts"},
+    {"pair_ratio", "number", "of this pass: library by baseline"},
+    {"verdict", "string", "of the point, over all passes: same, undecided, faster or slower"},
+    {"ratio", "number", "of the point, over all passes: library by baseline"},
+    {"low", "number", "lower end of the ratio's interval"},
+    {"high", "number", "upper end"},
+};
+
+// Hands over each row, in the order of the fields.
+template <typename Use>
+void forRows(Findings const& findings, Use const& use) {
+    for (MachineFindings const& machine : findings.machines) {
+        std::unordered_map<std::uint32_t, Judgement const*> judgements;
+        for (Judgement const& one : machine.verdict.points) {
+            judgements[one.point] = &one;
+        }
+        std::string const name = machine.passes.list.front().machine();
+        for (Side const side : {Side::library, Side::baseline}) {
+            int number = 0;
+            for (SidePass const& pass : passesOf(machine, side)) {
+                ++number;
+                for (auto const& [point, reading, clocks, usec] : pass.readings) {
+                    std::string parameters = point->parms;
+                    std::replace(parameters.begin(), parameters.end(), ',', ';');
+                    Json row = {name,
+                                number,
+                                side == Side::library ? "library" : "baseline",
+                                point->function(),
+                                point->base,
+                                point->type,
+                                point->accuracy,
+                                point->length,
+                                std::move(parameters),
+                                clocks,
+                                usec,
+                                reading->loops > 0 ? Json(reading->loops) : Json(),
+                                reading->ratio > 0 ? Json(reading->ratio) : Json()};
+                    if (auto const place = judgements.find(reading->point);
+                        place != judgements.end()) {
+                        Judgement const& one = *place->second;
+                        for (Json value : {Json(callName(one.call)), Json(one.ratio), Json(one.low),
+                                           Json(one.high)}) {
+                            row.push_back(std::move(value));
+                        }
+                    } else {
+                        row.insert(row.end(), {Json(), Json(), Json(), Json()});
+                    }
+                    use(row);
+                }
+            }
+        }
+    }
+}
+
+// Numbers as JSON writes them; texts in quotes where they need them.
+std::string cellOf(Json const& value) {
+    if (!value.is_string()) {
+        std::string const text = value.dump();
+        return text == "null" ? "" : text;
+    }
+    std::string text = value.get<std::string>();
+    if (text.find_first_of(",\"\n\r") == std::string::npos) {
+        return text;
+    }
+    for (std::size_t at = 0; (at = text.find('"', at)) != std::string::npos; at += 2) {
+        text.insert(at, 1, '"');
+    }
+    return '"' + text + '"';
+}
+
+} // namespace
+
+std::string longCsv(Findings const& findings) {
+    std::string text;
+    for (auto const& field : fields) {
+        text += (text.empty() ? "" : ",") + std::string(field.name);
+    }
+    text += '\n';
+    forRows(findings, [&text](Json const& row) {
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            text += (i == 0 ? "" : ",") + cellOf(row[i]);
+        }
+        text += '\n';
+    });
+    return text;
+}
+
+std::string longJson(Findings const& findings) {
+    std::string text = "{\"format\": \"ps_tables long 1\",\n\"fields\": [";
+    char const* between = "\n ";
+    for (auto const& [name, type, meaning] : fields) {
+        text += between + Json{{"name", name}, {"type", type}, {"description", meaning}}.dump();
+        between = ",\n ";
+    }
+    text += "\n],\n\"rows\": [";
+    between = "\n ";
+    forRows(findings, [&](Json const& row) {
+        text += between + row.dump(-1, ' ', false, Json::error_handler_t::replace);
+        between = ",\n ";
+    });
+    return text + "\n]}\n";
+}
+
+} // namespace tables
