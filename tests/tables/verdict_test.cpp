@@ -187,6 +187,11 @@ TEST(Verdict, AControlThatReadsUnchangedCodeAsChangedIsSeen) {
         EXPECT_EQ(strayed == 0, control.asExpected());
         EXPECT_EQ(40, control.points);
     }
+    // Against itself the baseline has to read as 1, also where the library under test does not.
+    Passes moved = pairsOf(1.04);
+    moved.list.push_back(passOf(moved.points, "control", 1, 1.03));
+    moved.list.push_back(passOf(moved.points, "control", 1, 1.03));
+    EXPECT_EQ(1, judgePairs(moved, {}).control.strayed);
     // Where the other passes scatter as much, so may the control.
     Passes wild = pairsOf(1, 0.04);
     wild.list.push_back(passOf(wild.points, "control", 1.03, 1.03));
