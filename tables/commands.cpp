@@ -238,12 +238,14 @@ Compared compareFiles(std::string const& before, std::vector<std::string> const&
     return compared;
 }
 
-// The path of the library under test, where the tables tell it, like the baseline's.
+// The folder of the library under test, where the tables tell it, like the baseline's.
 std::string libraryOf(Head const& head) {
     constexpr std::string_view ahead = "under test: ";
     for (auto const& [name, value] : head.entries()) {
         if (name == key::library && value.starts_with(ahead)) {
-            return value.substr(ahead.size());
+            std::string const path = value.substr(ahead.size());
+            std::size_t const folder = path.rfind("/libzolvm.so");
+            return folder == std::string::npos ? path : path.substr(0, folder);
         }
     }
     return pathOr(head.get(key::library), "the library");
