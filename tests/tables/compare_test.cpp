@@ -80,3 +80,20 @@ TEST(Compare, OnAQuietMachineChangesAreFoundAndTheRestIsTheSame) {
     EXPECT_NEAR(1.05, drifted.common, 0.005);
     EXPECT_NEAR(0.3, compare(13, 1, {}).singleLimit, 0.01);
 }
+
+TEST(Compare, AFloorIsTheSecondLeastAndItsNeighboursSayHowSurely) {
+    struct {
+        std::vector<double> clocks;
+        double floor;
+        double apart; // of the neighbours that count
+        double kept;
+    } const cases[] = {{{3}, 3, 0, 1},
+                       {{4, 3}, 3, std::log(4 / 3.), 3},
+                       {{9, 3, 5, 4}, 4, std::log(5 / 3.) / 1.4, 3}};
+    for (auto const& [clocks, floor, apart, kept] : cases) {
+        Location const location = floorOf(clocks);
+        EXPECT_DOUBLE_EQ(std::log(floor), location.center);
+        EXPECT_EQ(kept, location.kept);
+        EXPECT_NEAR(apart * apart * kept, location.variance, 1e-4);
+    }
+}

@@ -137,14 +137,14 @@ TEST(Merge, TheSecondLeastStandsForAPoint) {
     EXPECT_DOUBLE_EQ(0.125, standingOf({9, 3, 5, 4}).spread);
 
     std::string text;
-    for (char const* clocks : {"2.00", "1.00", "1.50"}) {
+    for (char const* clocks : {"2.00", "1.00", "1.50", "1.80"}) {
         text +=
             head + title + row("Sin,32f,A24,32", "nLps=8", clocks, clocks) + row("Sin,32f,A24,64");
     }
     Passes const passes = read(text);
     Merged const merged = mergePasses(passes);
-    EXPECT_EQ(head + "Passes,3\n" + title +
-                  row("Sin,32f,A24,32", "nLps=8 passes=3 spread=0.0%", "1.50", "1.5") +
-                  row("Sin,32f,A24,64", "nLps=8 passes=3 spread=0.0%"),
+    EXPECT_EQ(head + "Passes,4\n" + title +
+                  row("Sin,32f,A24,32", "nLps=8 passes=4 spread=10.0% apart", "1.50", "1.5") +
+                  row("Sin,32f,A24,64", "nLps=8 passes=4 spread=0.0%"),
               tableText(passes.points, merged.pass, merged.words));
 }

@@ -186,6 +186,7 @@ TEST(Verdict, AControlThatReadsUnchangedCodeAsChangedIsSeen) {
         EXPECT_EQ(strayed, control.strayed) << first << ' ' << second;
         EXPECT_EQ(strayed == 0, control.asExpected());
         EXPECT_EQ(40, control.points);
+        EXPECT_EQ(2, control.allowed); // 1 and twice 40/(19*20), rounded up
     }
     // Against itself the baseline has to read as 1, also where the library under test does not.
     Passes moved = pairsOf(1.04);
