@@ -422,6 +422,7 @@ def main():
     options = parser.parse_args()
 
     under = os.path.normpath(options.under).removeprefix(".")
+    under += "/" if (ROOT / under).is_dir() and under else ""  # no other folder that begins alike
     copies = [Copy(options.work / str(i + 1)) for i in range(options.jobs)]
     found = lines_run(copies[0], options.work / "lines.json", options.fresh)
     say("building and testing without a fault")

@@ -179,7 +179,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
         changes = text.substr(mark + 4);
         text.resize(mark + 1);
     }
-    Sandbox::put(iniName, text);
+    writeFile(iniName, text);
     std::string kept = text;
     std::erase(kept, '\0');
     std::erase(changes, '\0');
@@ -195,19 +195,19 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
         checkSame(file, model, text);
         file.write("new", "key", "value", "");
     }
-    FUZZ_CHECK(Sandbox::content(iniName) == text, text);
+    FUZZ_CHECK(readFile(iniName) == text, text);
 
     { // rewritten, it reads back to the same
         psIniFile file;
         FUZZ_CHECK(file.open(iniName, true), text);
         checkSame(file, model, text);
         file.updateFile();
-        FUZZ_CHECK(Sandbox::content(iniName) == model.text(), text);
+        FUZZ_CHECK(readFile(iniName) == model.text(), text);
         model.forgetNameless();
         FUZZ_CHECK(file.open(iniName, true), text);
         checkSame(file, model, text);
     }
-    FUZZ_CHECK(Sandbox::content(iniName) == model.text(), text);
+    FUZZ_CHECK(readFile(iniName) == model.text(), text);
 
     { // changed, it holds what the changes say
         psIniFile file;
@@ -217,6 +217,6 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
         }
         checkSame(file, model, text);
     }
-    FUZZ_CHECK(Sandbox::content(iniName) == model.text(), text);
+    FUZZ_CHECK(readFile(iniName) == model.text(), text);
     return 0;
 }

@@ -32,7 +32,7 @@ int main(int argc, char** argv) {
                 return 1;
             }
             (void)std::fprintf(stderr, "%s\n", file.c_str()); // the last one is the one that failed
-            std::string const text = Sandbox::content(file);
+            std::string const text = readFile(file);
             (void)LLVMFuzzerTestOneInput(reinterpret_cast<std::uint8_t const*>(text.data()),
                                          text.size());
             ++tried;

@@ -64,7 +64,7 @@ void tryAsResponseFile(std::vector<Key> const& keys) {
 
 // The first line alone with its end, as much of it as the program takes.
 void tryAsConfiguration(std::string const& text) {
-    Sandbox::put("perf.cfg", text);
+    writeFile("perf.cfg", text);
     std::size_t const lineEnd = std::min(text.find('\n'), text.size() - 1);
     std::string const line = text.substr(0, lineEnd + 1).substr(0, 1023).c_str();
     std::vector<Key> const keys = keysOfWords(wordsOfText(line));
@@ -109,7 +109,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     checkList(again, keys);
 
     Sandbox const sandbox;
-    Sandbox::put(responseName, text);
+    writeFile(responseName, text);
     tryAsResponseFile(keys);
     tryAsConfiguration(text);
     return 0;

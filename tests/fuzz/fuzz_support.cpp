@@ -17,7 +17,6 @@
 #include "psmemory/psmemory.h"
 #include "psstream/pscstream.h"
 #include "support/sessionglobals.h"
-#include "support/tempdirectory.h"
 
 namespace {
 
@@ -158,12 +157,6 @@ Sandbox::~Sandbox() {
     close(home);
 }
 
-void Sandbox::put(std::string const& path, std::string_view text) {
-    writeFile(path, std::string(text));
-}
-
-std::string Sandbox::content(std::string const& path) { return readFile(path); }
-
 std::string harmless(std::string_view text) {
     std::string cleaned(text);
     char before = 0;
@@ -261,7 +254,7 @@ std::string shownKeys(std::vector<Key> const& keys) {
 FuzzSession::FuzzSession(std::string const& typed) {
     resetGlobals();
     c_out.file = open_memstream(&console, &consoleSize);
-    Sandbox::put("typed", typed);
+    writeFile("typed", typed);
     c_in.file = std::fopen("typed", "r");
     g_ostrm.setMsgLevel(MSG_PERF);
     g_ostrm.insert(g_ostrm.end(), &c_out);

@@ -12,6 +12,7 @@
 
 #include "ps/pssession.h"
 #include "psparameter/psiterator.h"
+#include "support/tempdirectory.h"
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv);
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size);
@@ -34,9 +35,6 @@ public:
     Sandbox(Sandbox const&) = delete;
     Sandbox& operator=(Sandbox const&) = delete;
     ~Sandbox();
-
-    static void put(std::string const& path, std::string_view text);
-    static std::string content(std::string const& path);
 
 private:
     int home; // descriptor of the directory to go back to

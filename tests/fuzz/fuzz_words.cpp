@@ -95,7 +95,7 @@ void checkIniGivesSame(std::string const& path, std::string const& settings,
     FUZZ_CHECK(again.parse({"-B", "-i" + path}), text + "\n" + again.takeShown());
     again.session.readCommonData();
     FUZZ_CHECK(again.settings() == settings,
-               text + "\n" + settings + "\n" + again.settings() + "\n" + Sandbox::content(path));
+               text + "\n" + settings + "\n" + again.settings() + "\n" + readFile(path));
 }
 
 } // namespace
@@ -127,7 +127,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
 
     Sandbox const sandbox;
     for (auto const& [path, content] : presentFiles) {
-        Sandbox::put(path, content);
+        writeFile(path, content);
     }
     std::string settings;
     std::string iniPath;
@@ -141,7 +141,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
         checkEcho(fuzz.takeShown(), "Command line options: ", keys, accepted);
         if (!hasAny(keys, "oOrRquUgI")) { // nothing asks for writing
             for (auto const& [path, content] : presentFiles) {
-                FUZZ_CHECK(Sandbox::content(path) == content, text + path);
+                FUZZ_CHECK(readFile(path) == content, text + path);
             }
         }
         if (!accepted) {

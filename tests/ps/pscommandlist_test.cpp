@@ -37,6 +37,7 @@ TEST(PsCommandList, TextIsSplitUnderQuotes) {
     psCommandList list;
     list.setArgs("-o a;-f \"b c\"\t-m\"d;e\"\r\n-o b;; -x \"open end");
     EXPECT_EQ(keysOf(list), "o:a|f:b c|m:d;e|o:b|x:open end|");
+    EXPECT_FALSE(list.setArg("lost", "next"));
     psString arg;
     EXPECT_TRUE(list.getArg('o', arg)); // of the last
     EXPECT_STREQ(arg.c_str(), "b");
