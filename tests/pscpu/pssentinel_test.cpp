@@ -30,7 +30,7 @@ TEST(PsSentinel, TheLevelIsLowAndAllowsForTheClockAndTheCountersStep) {
         }
         EXPECT_EQ(level.quantile(0.05), test.level);
         EXPECT_EQ(level.step(), test.step);
-        EXPECT_DOUBLE_EQ(level.bound(), test.level * 1.1 + test.step);
+        EXPECT_DOUBLE_EQ(level.bound(), test.level * 1.2 + test.step);
     }
 }
 
