@@ -110,6 +110,9 @@ std::string passScript(Job const& job, PlannedPass const& pass, std::string cons
         text += "PS_CPU_MHZ=" + std::to_string(job.frequency) + "\nexport PS_CPU_MHZ\n";
     }
     std::vector<std::string> words{job.program, "-B"};
+    if (!job.baseline.empty()) {
+        words.push_back("-dBaselineIn=process"); // unless the user's keys say otherwise
+    }
     std::vector<std::string> const keys =
         pass.kind == "control" ? bothAsBaseline(job.keys) : job.keys;
     words.insert(words.end(), keys.begin(), keys.end());

@@ -56,6 +56,7 @@ TEST(Pair, FindsWhatIsSlowerAndMeasuresItAgain) {
     EXPECT_EQ(10, count(log, "first=1"));
     EXPECT_EQ(2, count(log, " old first="));
     EXPECT_EQ(10, count(log, "only= Sin_32f_A24 mhz="));
+    EXPECT_EQ(20, count(log, " in=process"));
     EXPECT_EQ(0, count(log, "mhz= ")) << "each would wait to learn the frequency";
     EXPECT_FALSE(bench.exists("cmp.csv.passes"));
     EXPECT_TRUE(contains(readFile(bench.at("cmp.csv")), " passes=18 spread="));

@@ -9,10 +9,11 @@ for key; do
         -r*) table=${key#-r} ;;
         -dBaseline=*) baseline=${key#*=} ;;
         -dBaselineFirst=*) first=${key#*=} ;;
+        -dBaselineIn=*) where=${key#*=} ;;
         -f=zols*) only="$only ${key#-f=zols}" ;;
     esac
 done
-echo "$run ${LD_LIBRARY_PATH##*/} first=$first only=$only mhz=$PS_CPU_MHZ $FAKE_WORD" >>"$dir/log"
+echo "$run ${LD_LIBRARY_PATH##*/} first=$first only=$only mhz=$PS_CPU_MHZ $FAKE_WORD in=$where" >>"$dir/log"
 [ "$FAKE" = "nothing:$run" ] && echo "FATAL ERROR: no such thing" && exit 0
 case $FAKE in [A-Z]*:$run) kill -${FAKE%:*} $PPID && exec sleep 1 ;; esac # its parent's end
 awk -v run=$run -v first="$first" -v only="$only" -v how="$FAKE" -v slow="${FAKE_SLOW:-0}" \
