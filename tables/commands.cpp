@@ -1,12 +1,12 @@
 // commands.cpp - what each subcommand does.
 #include "commands.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <span>
 #include <unistd.h>
 
 #include "core/compare.h"
@@ -147,25 +147,32 @@ void show(Shown shown, ShowOptions const& options) {
                                        : showText(shown));
 }
 
-std::vector<Verdict> judgeMachines(Passes const& passes, VerdictSettings const& settings) {
+std::string noVerdict(Verdict const& verdict) {
+    return "no verdict for " + verdict.machine + ": no pairs in " + std::to_string(verdict.passes) +
+           (verdict.passes == 1 ? " pass" : " passes");
+}
+
+// One verdict a machine. Passes of a machine without pairs, as those that confirm elsewhere, have
+// none, which the notes tell; but for where no machine has pairs.
+std::vector<Verdict> judgeMachines(Passes const& passes, VerdictSettings const& settings,
+                                   std::vector<std::string>& notes) {
     std::vector<Verdict> verdicts;
     for (Passes const& one : byMachine(passes)) {
         verdicts.push_back(judgePairs(one, settings));
+    }
+    auto const noPairs = [](Verdict const& verdict) { return verdict.points.empty(); };
+    if (!std::all_of(verdicts.begin(), verdicts.end(), noPairs)) {
+        for (Verdict const& verdict : verdicts) {
+            if (noPairs(verdict)) {
+                notes.push_back(noVerdict(verdict));
+            }
+        }
+        std::erase_if(verdicts, noPairs);
     }
     return verdicts;
 }
 
 void tell(std::string const& text) { (void)std::fprintf(stderr, "%s\n", text.c_str()); }
-
-// The table and, beside it, all readings.
-void writeResults(std::string const& output, Passes const& passes, Verdict const* verdict) {
-    Merged merged = mergePasses(passes);
-    if (verdict != nullptr) {
-        setVerdict(merged, *verdict);
-    }
-    replaceFile(output + ".passes.csv", passesText(passes));
-    replaceFile(output, tableText(passes.points, merged.pass, merged.words));
-}
 
 std::string mergedText(Merged const& merged, Passes const& passes) {
     std::size_t const points = merged.pass.readings.size();
@@ -176,6 +183,40 @@ std::string mergedText(Merged const& merged, Passes const& passes) {
         text += "\nthis machine is not quiet: to compare libraries, 'ps_tables pair' is the way";
     }
     return text;
+}
+
+// Each machine's passes as a table of their own, one below the other.
+struct MergedTables {
+    std::string text;
+    std::string told; // of each table
+};
+
+MergedTables mergeMachines(Passes const& passes, std::vector<Verdict> const& verdicts = {}) {
+    MergedTables tables;
+    std::vector<Passes> const machines = byMachine(passes);
+    for (Passes const& one : machines) {
+        Merged merged = mergePasses(one);
+        if (merged.pass.readings.empty()) { // of a control alone
+            continue;
+        }
+        std::string const machine = one.list.front().machine();
+        for (Verdict const& verdict : verdicts) {
+            if (verdict.machine == machine) {
+                setVerdict(merged, verdict);
+            }
+        }
+        tables.text += tableText(passes.points, merged.pass, merged.words);
+        tables.told += tables.told.empty() ? "" : "\n";
+        tables.told += machines.size() > 1 ? machine + ": " : "";
+        tables.told += mergedText(merged, one);
+    }
+    return tables;
+}
+
+// The tables and, beside them, all readings.
+void writeResults(std::string const& output, Passes const& passes, MergedTables const& tables) {
+    replaceFile(output + ".passes.csv", passesText(passes));
+    replaceFile(output, tables.text);
 }
 
 // What absolute numbers can't tell, and what can.
@@ -196,45 +237,85 @@ std::vector<std::string> adviceOf(Comparison const& comparison) {
     return advice;
 }
 
-// Tables of absolute numbers held against one that was measured before.
+// Sorts a table's passes by machine, each of which has what was measured before, or the other.
+// Where both tables have one machine only, they are compared whatever the machines are.
+void addSide(std::vector<MachineFindings>& machines, std::vector<Pass> passes, bool before) {
+    bool const one = std::all_of(passes.begin(), passes.end(), [&passes](Pass const& pass) {
+        return pass.machine() == passes.front().machine();
+    });
+    if (!before && one && machines.size() == 1) {
+        machines[0].passes.list = std::move(passes);
+        return;
+    }
+    for (Pass& pass : passes) {
+        std::string const name = pass.machine();
+        auto place =
+            std::find_if(machines.begin(), machines.end(), [&name](MachineFindings const& old) {
+                return old.verdict.machine == name;
+            });
+        if (place == machines.end()) {
+            place = machines.insert(machines.end(), MachineFindings{});
+            place->verdict.machine = name;
+        }
+        (before ? place->before : place->passes.list).push_back(std::move(pass));
+    }
+}
+
+// Tables of absolute numbers held against one that was measured before, machine by machine.
 struct Compared {
-    Passes passes; // of the tables after
-    std::vector<Pass> before;
-    Verdict verdict;
-    bool differs = false;           // rows, machines, libraries or keys
-    std::vector<std::string> notes; // what differs, and what to do
+    PointList points;
+    std::vector<MachineFindings> machines; // that both sides have
+    bool differs = false;                  // rows, machines, libraries or keys
+    std::vector<std::string> notes;        // what differs, and what to do
 };
 
 Compared compareFiles(std::string const& before, std::vector<std::string> const& after,
                       VerdictSettings const& settings) {
+    Compared compared;
     Passes passes = readTables({before});
-    std::size_t const first = passes.list.size();
+    addSide(compared.machines, std::move(passes.list), true);
+    passes.list.clear();
     for (std::string const& path : after) {
         readPasses(passes, readFile(path), path);
     }
-    std::span<Pass const> const all = passes.list;
-    Comparison const comparison =
-        compareTables(passes.points, all.first(first), all.subspan(first), settings);
-    if (comparison.verdict.points.empty()) {
-        throw Failure("the tables have no row in common");
-    }
-    Compared compared{.passes = {},
-                      .before = {all.begin(), all.begin() + static_cast<std::ptrdiff_t>(first)},
-                      .verdict = comparison.verdict,
-                      .notes = comparison.differences};
-    for (auto const& [count, name] : {std::pair{comparison.onlyBefore, &before},
-                                      std::pair{comparison.onlyAfter, &after.front()}}) {
-        if (count > 0) {
-            compared.notes.push_back(std::to_string(count) + " rows that only " + *name + " has");
+    addSide(compared.machines, std::move(passes.list), false);
+    bool const single = compared.machines.size() == 1;
+    std::vector<std::string> advice;
+    for (MachineFindings& machine : compared.machines) {
+        std::string const on = single ? "" : machine.verdict.machine + ": ";
+        if (machine.before.empty() || machine.passes.list.empty()) {
+            std::string const& name = machine.before.empty() ? after.front() : before;
+            compared.notes.push_back(on + "only " + name + " has passes of it");
+            continue;
+        }
+        Comparison const comparison =
+            compareTables(passes.points, machine.before, machine.passes.list, settings);
+        for (std::string const& difference : comparison.differences) {
+            compared.notes.push_back(on + difference);
+        }
+        for (auto const& [count, name] : {std::pair{comparison.onlyBefore, &before},
+                                          std::pair{comparison.onlyAfter, &after.front()}}) {
+            if (count > 0) {
+                compared.notes.push_back(on + std::to_string(count) + " rows that only " + *name +
+                                         " has");
+            }
+        }
+        machine.verdict = comparison.verdict;
+        machine.passes.points = passes.points;
+        if (!machine.verdict.points.empty()) {
+            for (std::string const& line : adviceOf(comparison)) {
+                advice.push_back(on + line);
+            }
         }
     }
-    compared.differs = !compared.notes.empty();
-    for (std::string const& advice : adviceOf(comparison)) {
-        compared.notes.push_back(advice);
+    std::erase_if(compared.machines,
+                  [](MachineFindings const& machine) { return machine.verdict.points.empty(); });
+    if (compared.machines.empty()) {
+        throw Failure("the tables have no row in common");
     }
-    passes.list.erase(passes.list.begin(),
-                      passes.list.begin() + static_cast<std::ptrdiff_t>(first));
-    compared.passes = std::move(passes);
+    compared.differs = !compared.notes.empty();
+    compared.notes.insert(compared.notes.end(), advice.begin(), advice.end());
+    compared.points = std::move(passes.points);
     return compared;
 }
 
@@ -267,9 +348,7 @@ Findings findingsOf(ReportOptions const& options) {
         findings.before = options.against;
         findings.after = options.files.front();
         findings.notes = std::move(compared.notes);
-        findings.machines.push_back({.passes = std::move(compared.passes),
-                                     .before = std::move(compared.before),
-                                     .verdict = std::move(compared.verdict)});
+        findings.machines = std::move(compared.machines);
         return findings;
     }
     Passes const passes = readTables(options.files);
@@ -277,6 +356,10 @@ Findings findingsOf(ReportOptions const& options) {
     std::size_t paired = 0;
     for (Passes& one : byMachine(passes)) {
         Verdict verdict = judgePairs(one, findings.settings);
+        if (verdict.points.empty() && one.list.front().paired()) {
+            findings.notes.push_back(noVerdict(verdict));
+            continue;
+        }
         paired += verdict.points.empty() ? 0 : 1;
         findings.machines.push_back({.passes = std::move(one), .verdict = std::move(verdict)});
     }
@@ -288,6 +371,14 @@ Findings findingsOf(ReportOptions const& options) {
         findings.after = libraryOf(head);
     }
     return findings;
+}
+
+int printArray(PassOptions const& options) {
+    if (options.output.empty()) {
+        throw Failure("--array needs -o: the tasks keep their passes beside the output");
+    }
+    print(arrayScript(options.commandLine, options.passes));
+    return exitFine;
 }
 
 // What commands that make passes have in common.
@@ -309,6 +400,9 @@ public:
                    : exitInterrupted;
     }
 
+    // The user interrupted ahead of the first finished pass.
+    bool stoppedAtOnce(bool whole) const { return !whole && campaign.passes().list.empty(); }
+
     // What is to be told of the passes, of which there is one at least.
     std::vector<std::string> finish(bool whole) const {
         if (campaign.passes().list.empty()) {
@@ -326,8 +420,8 @@ public:
         return notes;
     }
 
-    void write(Verdict const* verdict, bool whole) const {
-        writeResults(m_options.output, campaign.passes(), verdict);
+    void write(MergedTables const& tables, bool whole) const {
+        writeResults(m_options.output, campaign.passes(), tables);
         if (whole) {
             campaign.removeFolder();
         }
@@ -363,8 +457,7 @@ int pairCommand(PairOptions const& options) {
         throw Failure("--passes: a comparison takes at least 4, or 1 with --no-control");
     }
     if (how.array) {
-        print(arrayScript(how.commandLine, how.passes));
-        return exitFine;
+        return printArray(how);
     }
     Work work(how, options.baseline);
     std::vector<PlannedPass> const plan = planPairs(how.passes, options.control);
@@ -377,8 +470,15 @@ int pairCommand(PairOptions const& options) {
     int next = how.passes + 1;
     // Further passes of what is not clear yet.
     auto const further = [&](std::string const& kind, int count, bool undecided) {
-        std::vector<std::string> const functions =
-            functionsOf(passes.points, judgePairs(passes, settings), undecided);
+        std::vector<std::string> functions;
+        std::vector<std::string> unsaid;
+        for (Verdict const& verdict : judgeMachines(passes, settings, unsaid)) {
+            for (std::string const& name : functionsOf(passes.points, verdict, undecided)) {
+                if (std::find(functions.begin(), functions.end(), name) == functions.end()) {
+                    functions.push_back(name);
+                }
+            }
+        }
         if (whole && count > 0 && !functions.empty()) {
             work.progress.note(std::to_string(functions.size()) + " functions again: " + kind);
             whole = work.campaign.make(planPasses(kind, count, next, functions));
@@ -388,10 +488,13 @@ int pairCommand(PairOptions const& options) {
     further("more", options.more, true);
     further("confirm", options.confirm ? how.passes : 0, false);
 
-    std::vector<std::string> const notes = work.finish(whole);
-    std::vector<Verdict> const verdicts = judgeMachines(passes, settings);
+    if (work.stoppedAtOnce(whole)) {
+        return exitInterrupted;
+    }
+    std::vector<std::string> notes = work.finish(whole);
+    std::vector<Verdict> const verdicts = judgeMachines(passes, settings, notes);
     if (!how.output.empty()) {
-        work.write(verdicts.size() == 1 ? &verdicts[0] : nullptr, whole);
+        work.write(mergeMachines(passes, verdicts), whole);
     }
     show({.points = passes.points,
           .verdicts = verdicts,
@@ -406,8 +509,7 @@ int pairCommand(PairOptions const& options) {
 int runCommand(RunOptions const& options) {
     PassOptions const& how = options.passes;
     if (how.array) {
-        print(arrayScript(how.commandLine, how.passes));
-        return exitFine;
+        return printArray(how);
     }
     Work work(how, "");
     std::vector<PlannedPass> const plan = planPasses("plain", how.passes, 1);
@@ -415,15 +517,18 @@ int runCommand(RunOptions const& options) {
         return work.makeOnly(plan);
     }
     bool const whole = work.campaign.make(plan);
+    if (work.stoppedAtOnce(whole)) {
+        return exitInterrupted;
+    }
     std::vector<std::string> const notes = work.finish(whole);
-    Merged const merged = mergePasses(work.campaign.passes());
+    MergedTables const tables = mergeMachines(work.campaign.passes());
     if (how.output.empty()) {
-        print(tableText(work.campaign.passes().points, merged.pass, merged.words));
+        print(tables.text);
     } else {
-        work.write(nullptr, whole);
+        work.write(tables, whole);
     }
     if (!how.quiet) {
-        tell(mergedText(merged, work.campaign.passes()));
+        tell(tables.told);
     }
     for (std::string const& note : notes) {
         tell(note);
@@ -433,26 +538,29 @@ int runCommand(RunOptions const& options) {
 
 int verdictCommand(VerdictOptions const& options) {
     Passes const passes = readTables(options.files);
-    std::vector<Verdict> const verdicts = judgeMachines(passes, options.show.settings);
-    for (Verdict const& verdict : verdicts) {
-        if (verdict.points.empty()) {
-            throw Failure("the tables of " + verdict.machine +
-                          " have no pairs: 'compare' is for them");
-        }
+    std::vector<std::string> notes;
+    std::vector<Verdict> const verdicts = judgeMachines(passes, options.show.settings, notes);
+    if (verdicts.front().points.empty()) {
+        throw Failure("the tables of " + verdicts.front().machine +
+                      " have no pairs: 'compare' is for them");
     }
     Head const& head = passes.list.front().head;
     show({.points = passes.points,
           .verdicts = verdicts,
           .before = pathOr(head.get(key::baseline), "the baseline"),
-          .after = libraryOf(head)},
+          .after = libraryOf(head),
+          .notes = notes},
          options.show);
     return exitOf(verdicts, options.show.failOn);
 }
 
 int compareCommand(CompareOptions const& options) {
     Compared const compared = compareFiles(options.before, {options.after}, options.show.settings);
-    std::vector<Verdict> const verdicts{compared.verdict};
-    show({.points = compared.passes.points,
+    std::vector<Verdict> verdicts;
+    for (MachineFindings const& machine : compared.machines) {
+        verdicts.push_back(machine.verdict);
+    }
+    show({.points = compared.points,
           .verdicts = verdicts,
           .before = options.before,
           .after = options.after,
@@ -486,11 +594,11 @@ int exportCommand(ExportOptions const& options) {
 int importCommand(ImportOptions const& options) {
     refuseOverwriting(options.output, {options.file});
     Passes const passes = readGbench(readFile(options.file), options.file, options.mhz);
+    MergedTables const tables = mergeMachines(passes);
     if (options.output.empty()) {
-        Merged const merged = mergePasses(passes);
-        print(tableText(passes.points, merged.pass, merged.words));
+        print(tables.text);
     } else {
-        writeResults(options.output, passes, nullptr);
+        writeResults(options.output, passes, tables);
     }
     return exitFine;
 }
@@ -499,17 +607,13 @@ int mergeCommand(MergeOptions const& options) {
     refuseOverwriting(options.output, options.files);
     refuseOverwriting(options.output + ".passes.csv", options.files);
     Passes const passes = readTables(options.files);
-    if (std::size_t const machines = byMachine(passes).size(); machines > 1) {
-        throw Failure("the tables come from " + std::to_string(machines) +
-                      " machines: merge those of each by themselves");
-    }
-    Merged const merged = mergePasses(passes);
+    MergedTables const tables = mergeMachines(passes);
     if (options.output.empty()) {
-        print(tableText(passes.points, merged.pass, merged.words));
+        print(tables.text);
     } else {
-        writeResults(options.output, passes, nullptr);
+        writeResults(options.output, passes, tables);
     }
-    tell(mergedText(merged, passes));
+    tell(tables.told);
     return exitFine;
 }
 

@@ -135,6 +135,8 @@ TEST(Pair, AnInterruptedComparisonGoesOnWhereItStopped) {
         {"FAKE_SLOW=3 FAKE=KILL:5", 128 + 9},
         {"FAKE_SLOW=3 FAKE=INT:5", 130},
     };
+    Bench stopped;
+    EXPECT_EQ(130, stopped.pair(words, "FAKE=INT:1").status);
     for (auto const& [fault, status] : cases) {
         Bench bench;
         Outcome const first = bench.pair(words, fault);
@@ -150,6 +152,65 @@ TEST(Pair, AnInterruptedComparisonGoesOnWhereItStopped) {
         EXPECT_EQ(3, count(lines(second.out), ",slower,"));
         EXPECT_FALSE(bench.exists("cmp.csv.passes"));
         EXPECT_EQ(17U, bench.log().size()) << "8 and 8 passes, and the interrupted one";
+    }
+}
+
+TEST(Pair, PassesOfSeveralMachinesStayApart) {
+    Bench bench;
+    std::string const words = "--passes 8 -q -o cmp.csv ";
+    EXPECT_EQ(2, bench.pair("--array").status) << "no place for the passes";
+    for (int task = 1; task <= 8; ++task) {
+        bench.pair(words + "--only " + std::to_string(task),
+                   task <= 4 ? "FAKE_SLOW=3" : "FAKE_SLOW=-5");
+    }
+    runShell("sed -i s/Computer,vm/Computer,lab2/ " + bench.at("cmp.csv.passes/00[578].csv") +
+             "; sed -i s/Computer,vm/Computer,lab3/ " +
+             bench.at("cmp.csv.passes/006.csv")); // a control
+    Outcome const outcome = bench.pair(words + "--resume", "FAKE_SLOW=3");
+    EXPECT_EQ(1, outcome.status) << outcome.err;
+    for (char const* const part :
+         {"\non vm (A chip)\n", "\non lab2 (A chip)\n",
+          "\nSin_32f_A24             +3.0%    -5.0%\n", "\n12 passes, ", "\n3 passes, ",
+          "\nno verdict for lab3 (A chip): no pairs in 1 pass\n"}) {
+        EXPECT_TRUE(contains(outcome.out, part)) << part << outcome.out;
+    }
+    std::string const tables = readFile(bench.at("cmp.csv"));
+    std::size_t const second = tables.find("Computer,lab2");
+    EXPECT_EQ(2, count(lines(tables), "Computer,"));
+    EXPECT_EQ(3, count(lines(tables.substr(0, second)), " slower"));
+    EXPECT_EQ(3, count(lines(tables.substr(second)), " faster"));
+
+    // The machine that measured again is another one.
+    std::string const elsewhere = bench.at("elsewhere.csv");
+    runShell(
+        "awk '/^Pass,9$/ { again = 1 } again { sub(\"^Computer,vm\", \"Computer,login\") } 1' " +
+        bench.at("cmp.csv.passes.csv") + " >" + elsewhere);
+    Outcome const verdict = bench.run("verdict elsewhere.csv");
+    EXPECT_EQ(1, verdict.status) << verdict.err;
+    EXPECT_TRUE(contains(verdict.out, "\nno verdict for login (A chip): no pairs in 8 passes\n"))
+        << verdict.out;
+
+    // Absolute numbers are compared machine by machine, those of a single one with any other.
+    EXPECT_EQ(0, bench.run("merge cmp.csv.passes.csv -o both.csv").status);
+    EXPECT_EQ(2, count(lines(readFile(bench.at("both.csv"))), "Computer,"));
+    runShell("sed '/^Computer,lab2/,$d' " + bench.at("both.csv") + " | sed '$d' >" +
+             bench.at("vm.csv") + "; sed s/Computer,vm/Computer,lab3/ " + bench.at("vm.csv") +
+             " >" + bench.at("lab3.csv"));
+    struct {
+        char const* files;
+        int verdicts;
+        char const* told;
+    } const cases[] = {
+        {"both.csv both.csv", 2, "lab2 (A chip): of single runs"},
+        {"vm.csv both.csv", 1, "lab2 (A chip): only both.csv has passes of it\n"},
+        {"both.csv vm.csv", 1, "lab2 (A chip): only both.csv has passes of it\n"},
+        {"vm.csv lab3.csv", 1, "other machine: vm (A chip), then lab3 (A chip)\n"},
+    };
+    for (auto const& [files, verdicts, told] : cases) {
+        Outcome const compared = bench.run(std::string("compare --strict ") + files);
+        EXPECT_EQ(verdicts == 2 ? 0 : 2, compared.status) << files << compared.err;
+        EXPECT_EQ(verdicts, count(lines(compared.out), "on ")) << compared.out;
+        EXPECT_TRUE(contains(compared.out, told)) << compared.out;
     }
 }
 
