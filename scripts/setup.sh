@@ -15,6 +15,7 @@ declare -A packages=(
     [npm]='npm'                 # unless nodejs brings it
     [readers]='libbenchmark-tools python3-scipy python3-junitparser' # of what ps_tables exports
     [fuzz]='clang libclang-rt-14-dev'
+    [fleet]='slurm-wlm munge'
 )
 
 say() { printf '== %s\n' "$*"; }
