@@ -121,7 +121,7 @@ TEST(Pair, APassThatFailsIsToldAndTheRestGoesOn) {
     for (auto const& [fault, told] : cases) {
         Bench bench;
         Outcome const outcome =
-            bench.pair("--passes 8 --patience 0.5", std::string("FAKE=") + fault);
+            bench.pair("--passes 8 --patience 2", std::string("FAKE=") + fault);
         EXPECT_EQ(0, outcome.status) << outcome.err;
         EXPECT_TRUE(contains(outcome.out, told)) << fault << outcome.out;
         EXPECT_TRUE(contains(outcome.out, "0 undecided, 48 same")) << outcome.out;
