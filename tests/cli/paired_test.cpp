@@ -72,8 +72,11 @@ TEST(Paired, AFaultNamesItsSideAndAMissingFunctionIsMeasuredAlone) {
     Outcome const outcome =
         paired(dir, own, "-f=zolsAbs_64f_A53 -f=zolsSqr_64f_A53 -f=zolsCos_32f_A11 -dAccuracy=0",
                "OWN_ABS=f");
-    EXPECT_TRUE(contains(outcome.out, "Illegal storage access. in "));
-    EXPECT_TRUE(contains(outcome.out, "-- It came from the baseline\n"));
+    // A build that knows one name space has the baseline in a second process, which it ends.
+    bool const inSpace = contains(outcome.out, "each in a name space");
+    EXPECT_TRUE(contains(outcome.out, inSpace ? "Illegal storage access. in "
+                                              : "-- The baseline's process ended: killed by"));
+    EXPECT_EQ(contains(outcome.out, "-- It came from the baseline\n"), inSpace);
     EXPECT_TRUE(contains(
         outcome.out,
         "-- Function zolsCos_32f_A11 is missing in the baseline, and is measured alone\n"));
