@@ -284,8 +284,8 @@ Compared compareFiles(std::string const& before, std::vector<std::string> const&
     for (MachineFindings& machine : compared.machines) {
         std::string const on = single ? "" : machine.verdict.machine + ": ";
         if (machine.before.empty() || machine.passes.list.empty()) {
-            std::string const& name = machine.before.empty() ? after.front() : before;
-            compared.notes.push_back(on + "only " + name + " has passes of it");
+            std::string const* const name = machine.before.empty() ? &after.front() : &before;
+            compared.notes.push_back(on + "only " + *name + " has passes of it");
             continue;
         }
         Comparison const comparison =

@@ -138,6 +138,7 @@ void setEstimate(Judgement& judgement, Estimate const& estimate, double level) {
 
 void decide(std::vector<Judgement>& judgements, VerdictSettings const& settings) {
     std::vector<double> chances;
+    chances.reserve(judgements.size());
     for (Judgement const& one : judgements) {
         chances.push_back(one.chance);
     }
