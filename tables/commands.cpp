@@ -12,6 +12,7 @@
 #include "core/compare.h"
 #include "core/failure.h"
 #include "core/findings.h"
+#include "core/history.h"
 #include "core/merge.h"
 #include "core/show.h"
 #include "export/formats.h"
@@ -373,6 +374,31 @@ Findings findingsOf(ReportOptions const& options) {
     return findings;
 }
 
+// The files, and those of folders by their names.
+std::vector<std::string> tablesIn(std::vector<std::string> const& paths) {
+    std::vector<std::string> files;
+    for (std::string const& path : paths) {
+        if (!fs::is_directory(path)) {
+            files.push_back(path);
+            continue;
+        }
+        std::vector<std::string> inside;
+        for (fs::directory_entry const& entry : fs::directory_iterator(path)) {
+            if (entry.is_regular_file() && entry.path().extension() == ".csv") {
+                inside.push_back(entry.path().string());
+            }
+        }
+        std::sort(inside.begin(), inside.end());
+        for (std::string const& file : inside) {
+            // A table whose passes lie beside it would be there twice.
+            if (!std::binary_search(inside.begin(), inside.end(), file + ".passes.csv")) {
+                files.push_back(file);
+            }
+        }
+    }
+    return files;
+}
+
 int printArray(PassOptions const& options) {
     if (options.output.empty()) {
         throw Failure("--array needs -o: the tasks keep their passes beside the output");
@@ -588,6 +614,47 @@ int exportCommand(ExportOptions const& options) {
     } else {
         replaceFile(options.tables.output, text);
     }
+    return exitFine;
+}
+
+int historyCommand(HistoryOptions const& options) {
+    std::vector<std::string> const files = tablesIn(options.files);
+    bool const labelled = !options.labels.empty();
+    if (labelled && options.labels.size() != files.size()) {
+        throw Failure(std::to_string(options.labels.size()) + " labels for " +
+                      std::to_string(files.size()) + " tables");
+    }
+    History history{.points = {}, .dates = {}, .chain = options.chain, .settings = {}, .notes = {}};
+    history.settings.threshold = options.threshold;
+    std::vector<std::pair<long, std::size_t>> order; // of the dates, by their start
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        try {
+            Passes const passes = readTables({files[i]});
+            Head const& head = passes.list.front().head;
+            long const start = labelled ? static_cast<long>(i) : startOf(head);
+            addDate(history, passes, labelled ? options.labels[i] : labelOf(head));
+            while (order.size() < history.dates.size()) {
+                order.emplace_back(start, order.size());
+            }
+        } catch (Failure const& failure) {
+            std::string const what = failure.what();
+            history.notes.push_back(
+                "left out: " + (what.starts_with(files[i]) ? "" : files[i] + ": ") + what);
+        }
+    }
+    if (history.dates.empty()) {
+        throw Failure(history.notes.empty() ? "no tables there" : history.notes.front());
+    }
+    std::sort(order.begin(), order.end());
+    std::vector<HistoryDate> sorted;
+    for (auto const& [start, place] : order) {
+        sorted.push_back(std::move(history.dates[place]));
+    }
+    history.dates = std::move(sorted);
+    findSteps(history);
+    print(options.format == "csv"    ? historyCsv(history)
+          : options.format == "json" ? historyJson(history)
+                                     : historyText(history, options.rows));
     return exitFine;
 }
 

@@ -85,6 +85,16 @@ struct ExportOptions {
     std::string failOn = "slower";
 };
 
+// Tables of many dates.
+struct HistoryOptions {
+    std::vector<std::string> files;  // or folders of tables
+    std::vector<std::string> labels; // one a table, in the order of the files
+    std::string format = "text";
+    std::size_t rows = 40;
+    double threshold = 0.03;
+    bool chain = false;
+};
+
 struct ImportOptions {
     std::string file;
     std::string output;
@@ -98,6 +108,7 @@ int compareCommand(CompareOptions const& options);
 int mergeCommand(MergeOptions const& options);
 int reportCommand(ReportOptions const& options);
 int exportCommand(ExportOptions const& options);
+int historyCommand(HistoryOptions const& options);
 int importCommand(ImportOptions const& options);
 int machineCommand();
 

@@ -137,6 +137,24 @@ int runCommandLine(int argc, char** argv) {
         ->capture_default_str();
     exportApp.callback([&] { command = [&] { return exportCommand(exported); }; });
 
+    HistoryOptions history;
+    CLI::App& historyApp =
+        *app.add_subcommand("history", "Tables of many dates: when did what become slower?");
+    historyApp.add_option("tables", history.files, "Tables, or folders of them")->required();
+    historyApp
+        .add_option("--label", history.labels,
+                    "Name of a table instead of date and library; one for each, in order")
+        ->allow_extra_args(false);
+    historyApp.add_flag("--baseline-chain", history.chain,
+                        "Tables of pairs, each against the one before: ratios are multiplied");
+    addThreshold(historyApp, history.threshold);
+    historyApp.add_option("--format", history.format, "How the steps are printed")
+        ->check(CLI::IsMember({"text", "csv", "json"}))
+        ->capture_default_str();
+    historyApp.add_option("--rows", history.rows, "Steps to print at most; 0 for all")
+        ->capture_default_str();
+    historyApp.callback([&] { command = [&] { return historyCommand(history); }; });
+
     ImportOptions imported;
     CLI::App& importApp = *app.add_subcommand("import", "A table of Google Benchmark's JSON");
     importApp.add_option("file", imported.file, "The JSON")->required();

@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+
 #include "cli/program.h"
 #include "run/files.h"
 
@@ -57,14 +59,25 @@ TEST_F(Exports, LongFormHasEveryReadingOfBothSides) {
     EXPECT_TRUE(contains(csv[22], "here (Some),1,baseline,<Cos&>_64f,<Cos&>,64f,-,128,1;-;"));
     json const all = json::parse(exported("json"));
     ASSERT_EQ(40U, all["rows"].size());
-    ASSERT_EQ(17U, all["fields"].size());
-    for (std::size_t i = 0; i < 17; ++i) {
-        std::string const type = all["fields"][i]["type"];
-        json const& value = all["rows"][0][i];
-        EXPECT_TRUE(type == "string"    ? value.is_string()
-                    : type == "integer" ? value.is_number_integer()
-                                        : value.is_number())
-            << i;
+    json const schema = json::parse(tables::readFile(DOCS "/long.schema.json")).at("properties");
+    EXPECT_EQ(schema["format"]["const"], all["format"]);
+    json const& columns = schema["rows"]["items"]["prefixItems"];
+    ASSERT_EQ(columns.size(), all["fields"].size());
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        EXPECT_EQ(columns[i]["title"], all["fields"][i]["name"]);
+        for (json const& row : all["rows"]) {
+            std::string const type = row[i].is_null()             ? "null"
+                                     : row[i].is_string()         ? "string"
+                                     : row[i].is_number_integer() ? "integer"
+                                                                  : "number";
+            json const& allowed = columns[i]["type"];
+            EXPECT_TRUE(allowed.is_array()
+                            ? std::count(allowed.begin(), allowed.end(), type) == 1
+                            : allowed == type || (allowed == "number" && type == "integer"))
+                << columns[i] << row[i];
+            json const words = columns[i].value("enum", json());
+            EXPECT_TRUE(words.is_null() || std::count(words.begin(), words.end(), row[i]) == 1);
+        }
     }
     EXPECT_NEAR(2.0, all["rows"][20][9], 0.001); // clocks of the baseline
 }
