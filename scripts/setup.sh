@@ -7,7 +7,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 declare -A packages=(
     [build]='g++ cmake ninja-build libcli11-dev nlohmann-json3-dev libboost-math-dev'
     [tests]='libgtest-dev libgmock-dev libmpfr-dev'
-    [bench]='libbenchmark-dev python3'
+    [bench]='hyperfine libbenchmark-dev python3'
     [coverage]='gcovr'
     [mutation]='git python3'
     [analysis]='clang-tidy cppcheck'
