@@ -6,6 +6,7 @@
 #include "psbase/tssignal.h"
 #include "psparameter/psdefault.h"
 #include "psstream/streamfixture.h"
+#include "support/leaksofjumps.h"
 
 namespace {
 
@@ -45,6 +46,7 @@ void unblock() { // the landing leaves the signal blocked
 } // namespace
 
 TEST_F(PsParameter, AFaultWhileItIsReadIsToldAndTheLandingPlaceStays) {
+    [[maybe_unused]] LeaksOfJumps const lost;
     psIStream in;
     Faulting parm(3, "F");
     EXPECT_TRUE(landsHereAfter(parm, in));

@@ -6,6 +6,7 @@
 #include "psbase/psexception.h"
 #include "pstest/psrunmode.h"
 #include "runfixture.h"
+#include "support/leaksofjumps.h"
 #include "support/storedtext.h"
 
 namespace {
@@ -190,6 +191,7 @@ TEST_F(PsTestRun, SignalsAndExceptionsEndTheTestAndTheNextOneRuns) {
 }
 
 TEST_F(PsTestRun, AFaultInAnyStepEndsItsTestAlone) {
+    [[maybe_unused]] LeaksOfJumps const lost;
     StreamCapture summary(g_ustrm);
     StreamCapture names(g_qstrm);
     psRunMode::nameMode = 2;
