@@ -16,6 +16,7 @@
 #include "core/merge.h"
 #include "core/show.h"
 #include "export/formats.h"
+#include "page/history.h"
 #include "page/report.h"
 #include "run/campaign.h"
 #include "run/files.h"
@@ -619,6 +620,7 @@ int exportCommand(ExportOptions const& options) {
 
 int historyCommand(HistoryOptions const& options) {
     std::vector<std::string> const files = tablesIn(options.files);
+    refuseOverwriting(options.output, files);
     bool const labelled = !options.labels.empty();
     if (labelled && options.labels.size() != files.size()) {
         throw Failure(std::to_string(options.labels.size()) + " labels for " +
@@ -634,6 +636,7 @@ int historyCommand(HistoryOptions const& options) {
             long const start = labelled ? static_cast<long>(i) : startOf(head);
             addDate(history, passes, labelled ? options.labels[i] : labelOf(head));
             while (order.size() < history.dates.size()) {
+                history.dates[order.size()].table = files[i];
                 order.emplace_back(start, order.size());
             }
         } catch (Failure const& failure) {
@@ -652,6 +655,9 @@ int historyCommand(HistoryOptions const& options) {
     }
     history.dates = std::move(sorted);
     findSteps(history);
+    if (!options.output.empty()) {
+        replaceFile(options.output, historyPage(history));
+    }
     print(options.format == "csv"    ? historyCsv(history)
           : options.format == "json" ? historyJson(history)
                                      : historyText(history, options.rows));

@@ -89,6 +89,7 @@ struct ExportOptions {
 struct HistoryOptions {
     std::vector<std::string> files;  // or folders of tables
     std::vector<std::string> labels; // one a table, in the order of the files
+    std::string output;              // a page; "": none
     std::string format = "text";
     std::size_t rows = 40;
     double threshold = 0.03;

@@ -147,6 +147,7 @@ int runCommandLine(int argc, char** argv) {
         ->allow_extra_args(false);
     historyApp.add_flag("--baseline-chain", history.chain,
                         "Tables of pairs, each against the one before: ratios are multiplied");
+    historyApp.add_option("-o,--output", history.output, "Page to write: steps and curves");
     addThreshold(historyApp, history.threshold);
     historyApp.add_option("--format", history.format, "How the steps are printed")
         ->check(CLI::IsMember({"text", "csv", "json"}))

@@ -13,7 +13,6 @@
 
 #include "core/failure.h"
 #include "core/merge.h"
-#include "core/show.h"
 #include "core/statistics.h"
 
 namespace tables {
@@ -177,35 +176,8 @@ void multiply(History& history) {
     }
 }
 
-// Neighbouring lengths of a function that step together.
-struct Step {
-    HistoryDate const* date;
-    CalledRange range;
-};
-
-std::vector<Step> stepsOf(History const& history) {
-    std::vector<Step> steps;
-    for (HistoryDate const& date : history.dates) {
-        for (CalledRange& range : calledRanges(history.points, date.changes)) {
-            steps.push_back({&date, std::move(range)});
-        }
-    }
-    std::stable_sort(steps.begin(), steps.end(),
-                     [](Step const& a, Step const& b) { return a.range.ratio > b.range.ratio; });
-    return steps;
-}
-
-std::string lengthsText(CalledRange const& range) {
-    return std::to_string(range.first) +
-           (range.last != range.first ? ".." + std::to_string(range.last) : "");
-}
-
-std::set<std::string> machinesOf(History const& history) {
-    std::set<std::string> machines;
-    for (HistoryDate const& date : history.dates) {
-        machines.insert(date.machine);
-    }
-    return machines;
+std::string counted(std::size_t count, std::string const& what) {
+    return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
 }
 
 std::string digits(double value) {
@@ -289,14 +261,41 @@ void findSteps(History& history) {
             }
         }
         if (dates.size() < leastDates) {
-            history.notes.push_back(machine + ": " + std::to_string(dates.size()) +
-                                    " dates, steps take " + std::to_string(leastDates));
+            history.notes.push_back(machine + ": " + counted(dates.size(), "date") +
+                                    ", steps take " + std::to_string(leastDates));
         }
         findStepsOf(history, dates);
     }
 }
 
-std::string historyText(History const& history, std::size_t rows) {
+std::vector<Step> stepsOf(History const& history) {
+    std::vector<Step> steps;
+    for (HistoryDate const& date : history.dates) {
+        for (CalledRange& range : calledRanges(history.points, date.changes)) {
+            steps.push_back({&date, std::move(range)});
+        }
+    }
+    std::stable_sort(steps.begin(), steps.end(),
+                     [](Step const& a, Step const& b) { return a.range.ratio > b.range.ratio; });
+    return steps;
+}
+
+std::set<std::string> machinesOf(History const& history) {
+    std::set<std::string> machines;
+    for (HistoryDate const& date : history.dates) {
+        machines.insert(date.machine);
+    }
+    return machines;
+}
+
+std::string datesText(History const& history) {
+    std::string const& first = history.dates.front().label;
+    std::string const& last = history.dates.back().label;
+    return counted(history.dates.size(), "date") + ", " + first +
+           (history.dates.size() > 1 ? " to " + last : "");
+}
+
+std::string stepsText(History const& history) {
     std::vector<Step> const steps = stepsOf(history);
     std::set<std::string> functions;
     std::set<std::string> stepped;
@@ -306,10 +305,13 @@ std::string historyText(History const& history, std::size_t rows) {
     for (Step const& step : steps) {
         stepped.insert(step.range.function);
     }
-    std::string text =
-        std::to_string(history.dates.size()) + " dates, " + history.dates.front().label + " to " +
-        history.dates.back().label + "\n" + std::to_string(steps.size()) + " steps in " +
-        std::to_string(stepped.size()) + " of " + std::to_string(functions.size()) + " functions\n";
+    return counted(steps.size(), "step") + " in " + std::to_string(stepped.size()) + " of " +
+           counted(functions.size(), "function");
+}
+
+std::string historyText(History const& history, std::size_t rows) {
+    std::vector<Step> const steps = stepsOf(history);
+    std::string text = datesText(history) + '\n' + stepsText(history) + '\n';
     for (std::string const& note : history.notes) {
         text += "note: " + note + '\n';
     }

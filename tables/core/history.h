@@ -3,9 +3,11 @@
 #ifndef CORE_HISTORY_H
 #define CORE_HISTORY_H
 
+#include <set>
 #include <string>
 #include <vector>
 
+#include "core/show.h"
 #include "core/table.h"
 #include "core/verdict.h"
 
@@ -17,6 +19,7 @@ struct HistoryDate {
     std::string machine;
     std::vector<double> logs; // by point: of clocks, or of the ratio; NaN: not measured
     Verdict changes;          // from the date before it; empty where there is no step
+    std::string table{};      // the file
 };
 
 struct History {
@@ -25,6 +28,12 @@ struct History {
     bool chain = false;             // of ratios, not of clocks
     VerdictSettings settings{};
     std::vector<std::string> notes{};
+};
+
+// Neighbouring lengths of a function that step together.
+struct Step {
+    HistoryDate const* date;
+    CalledRange range;
 };
 
 // Seconds since 1970 of a head's Start line. Throws Failure where it is no date.
@@ -39,6 +48,16 @@ void addDate(History& history, Passes const& passes, std::string const& label);
 
 // Finds the steps of absolute numbers, machine by machine; multiplies the ratios of a chain.
 void findSteps(History& history);
+
+// Of all machines, worst first.
+std::vector<Step> stepsOf(History const& history);
+
+// Their names, each once.
+std::set<std::string> machinesOf(History const& history);
+
+// How many dates from when to when; how many steps in how many functions.
+std::string datesText(History const& history);
+std::string stepsText(History const& history);
 
 // Steps, worst first, as text with so many rows (0: all) or as csv; and, with the line of each
 // function, as JSON.

@@ -26,11 +26,6 @@ __attribute__((format(printf, 1, 2))) std::string format(char const* how, ...) {
     return {text.data(), std::min(static_cast<std::size_t>(length), text.size() - 1)};
 }
 
-std::string lengths(CalledRange const& range) {
-    return std::to_string(range.first) +
-           (range.points > 1 ? ".." + std::to_string(range.last) : "");
-}
-
 std::string interval(CalledRange const& range) {
     return format("[%+.1f, %+.1f]", (range.low - 1) * 100, (range.high - 1) * 100);
 }
@@ -154,6 +149,11 @@ std::vector<Mean> meansBy(PointList const& points, Verdict const& verdict, Name 
 
 std::string percent(double ratio) { return format("%+.1f%%", (ratio - 1) * 100); }
 
+std::string lengthsText(CalledRange const& range) {
+    return std::to_string(range.first) +
+           (range.last != range.first ? ".." + std::to_string(range.last) : "");
+}
+
 std::vector<CalledRange> calledRanges(PointList const& points, Verdict const& verdict) {
     std::map<std::string, std::vector<Judgement const*>> functions;
     for (Judgement const& one : verdict.points) {
@@ -226,7 +226,7 @@ std::string showText(Shown const& shown) {
         std::size_t left = 0;
         std::vector<CalledRange> const ranges = shownRanges(shown, verdict, left);
         for (CalledRange const& range : ranges) {
-            text += format("%-20s %13s  ", range.function.c_str(), lengths(range).c_str()) +
+            text += format("%-20s %13s  ", range.function.c_str(), lengthsText(range).c_str()) +
                     coloured(range.call, format("%7s %-16s %s", percent(range.ratio).c_str(),
                                                 interval(range).c_str(), callName(range.call))) +
                     '\n';
@@ -280,7 +280,7 @@ std::string showMarkdown(Shown const& shown) {
                                : "\n| Function | Length | Change | Interval | Verdict |\n"
                                  "|---|---|---|---|---|\n";
         for (CalledRange const& range : ranges) {
-            text += "| `" + range.function + "` | " + lengths(range) + " | " +
+            text += "| `" + range.function + "` | " + lengthsText(range) + " | " +
                     percent(range.ratio) + " | " + interval(range) + " | " + callName(range.call) +
                     " |\n";
         }

@@ -23,6 +23,9 @@ struct CalledRange {
     Call call = Call::same;
 };
 
+// The lengths of a range: "64" or "64..512".
+std::string lengthsText(CalledRange const& range);
+
 // Worst first: the slowest ahead, the fastest at the end; ranges of a function stand together.
 std::vector<CalledRange> calledRanges(PointList const& points, Verdict const& verdict);
 

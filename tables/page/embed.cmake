@@ -1,17 +1,20 @@
-# embed.cmake - writes the files of the page as C++ texts: cmake -DPAGE=.. -DCHARTS=.. -DOUT=.. -P
-file(READ ${PAGE}/report.html html)
+# embed.cmake - writes the files of the pages as C++ texts: cmake -DPAGE=.. -DCHARTS=.. -DOUT=.. -P
 file(READ ${CHARTS}/uPlot.iife.min.js charts)
 file(READ ${CHARTS}/LICENSE licence)
-file(READ ${PAGE}/report.js script)
+file(READ ${PAGE}/common.js common)
 file(READ ${CHARTS}/uPlot.min.css chartStyle)
 file(READ ${PAGE}/report.css style)
-string(PREPEND script "/*\n${licence}*/\n${charts}\n")
 string(PREPEND style "${chartStyle}\n")
-string(SHA256 scriptSum "${script}")
 string(SHA256 styleSum "${style}")
 set(text "#include \"page/parts.h\"\nnamespace tables::parts {\n")
-foreach(part html script style scriptSum styleSum)
-    string(APPEND text "constexpr std::string_view ${part}Text = R\"psPage(${${part}})psPage\";\n"
-        "std::string_view const ${part} = ${part}Text;\n")
+string(APPEND text "constexpr std::string_view style = R\"psPage(${style})psPage\";\n")
+foreach(page report history)
+    file(READ ${PAGE}/${page}.html html)
+    file(READ ${PAGE}/${page}.js script)
+    string(PREPEND script "/*\n${licence}*/\n${charts}\n${common}\n")
+    string(SHA256 scriptSum "${script}")
+    string(APPEND text "PageParts const ${page}{.html = R\"psPage(${html})psPage\",\n"
+        ".script = R\"psPage(${script})psPage\",\n.style = style,\n"
+        ".scriptSum = \"${scriptSum}\",\n.styleSum = \"${styleSum}\"};\n")
 endforeach()
 file(WRITE ${OUT} "${text}} // namespace tables::parts\n")

@@ -1,17 +1,27 @@
-// parts.h - the files of the page, put into the program when it is built.
+// parts.h - the files of the pages, put into the program when it is built.
 #ifndef PAGE_PARTS_H
 #define PAGE_PARTS_H
 
 #include <string_view>
 
-namespace tables::parts {
+namespace tables {
 
-extern std::string_view const html; // with {{names}} of what is filled in
-extern std::string_view const script;
-extern std::string_view const style;
-extern std::string_view const scriptSum; // SHA-256 in hexadecimal digits
-extern std::string_view const styleSum;
+// The files of one page.
+struct PageParts {
+    std::string_view html; // with {{names}} of what is filled in
+    std::string_view script;
+    std::string_view style;
+    std::string_view scriptSum; // SHA-256 in hexadecimal digits
+    std::string_view styleSum;
+};
 
-} // namespace tables::parts
+namespace parts {
+
+extern PageParts const report;
+extern PageParts const history;
+
+} // namespace parts
+
+} // namespace tables
 
 #endif

@@ -5,14 +5,13 @@
 #include <array>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <set>
 
 #include "core/merge.h"
 #include "core/show.h"
-#include "page/parts.h"
+#include "page/page.h"
 
 namespace tables {
 
@@ -22,57 +21,6 @@ using Json = nlohmann::ordered_json;
 
 constexpr std::size_t mostReadings = 24; // of a point and side that the page shows
 constexpr Call calls[] = {Call::slower, Call::faster, Call::same, Call::undecided};
-
-// A text as html shows it.
-std::string escaped(std::string_view text) {
-    std::string html;
-    for (char const c : text) {
-        switch (c) {
-        case '<':
-            html += "&lt;";
-            break;
-        case '>':
-            html += "&gt;";
-            break;
-        case '&':
-            html += "&amp;";
-            break;
-        case '"':
-            html += "&quot;";
-            break;
-        default:
-            html += (c >= 0 && c < ' ') || c == 127 ? ' ' : c;
-        }
-    }
-    return html;
-}
-
-std::string element(char const* name, std::string const& text) {
-    return std::string("<") + name + '>' + escaped(text) + "</" + name + ">";
-}
-
-// How a content security policy names a text: the sum's bytes in base 64.
-std::string source(std::string_view hexSum) {
-    constexpr char digits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string text = "'sha256-";
-    for (std::size_t i = 0; i < hexSum.size(); i += 6) { // six hexadecimal digits make four
-        std::string group(hexSum.substr(i, 6));
-        std::size_t const digitsUsed = group.size() * 4 / 6 + (group.size() % 6 != 0 ? 1 : 0);
-        group.resize(6, '0');
-        unsigned long const bits = std::strtoul(group.c_str(), nullptr, 16);
-        for (std::size_t k = 0; k < 4; ++k) {
-            text += k < digitsUsed ? digits[bits >> (18 - 6 * k) & 63] : '=';
-        }
-    }
-    return text + '\'';
-}
-
-// Short enough that nothing is lost to see: four digits.
-double rounded(double value) {
-    std::array<char, 40> text;
-    (void)std::snprintf(text.data(), text.size(), "%.4g", value);
-    return std::strtod(text.data(), nullptr);
-}
 
 std::string number(char const* how, double value) {
     std::array<char, 60> text;
@@ -200,7 +148,6 @@ Json jsonOf(MachineFindings const& set, std::vector<Row> const& rows) {
     return json;
 }
 
-// For a script element: nothing in it can end the element.
 std::string dataText(Findings const& findings, std::vector<std::vector<Row>> const& rows) {
     Json json;
     json["compared"] = !findings.after.empty();
@@ -211,19 +158,11 @@ std::string dataText(Findings const& findings, std::vector<std::vector<Row>> con
     for (std::size_t i = 0; i < rows.size(); ++i) {
         json["sets"].push_back(jsonOf(findings.machines[i], rows[i]));
     }
-    std::string const plain = json.dump(-1, ' ', false, Json::error_handler_t::replace);
-    std::string text;
-    for (char const c : plain) {
-        text += c == '<' ? "\\u003c" : std::string(1, c);
-    }
-    return text;
+    return scriptData(json);
 }
 
 std::string rangeText(CalledRange const& range) {
-    std::string const lengths =
-        range.first == range.last ? std::to_string(range.first)
-                                  : std::to_string(range.first) + ".." + std::to_string(range.last);
-    return range.function + " at " + lengths + " by " + percent(range.ratio);
+    return range.function + " at " + lengthsText(range) + " by " + percent(range.ratio);
 }
 
 // The verdict in one sentence.
@@ -398,27 +337,13 @@ std::string reportPage(Findings const& findings) {
     }
     bool const compared = !findings.after.empty();
     std::string const& start = findings.machines.front().passes.list.front().head.get(key::start);
-    std::map<std::string_view, std::string> const values = {
-        {"policy", "default-src 'none'; script-src " + source(parts::scriptSum) + "; style-src " +
-                       source(parts::styleSum) +
-                       "; img-src data: blob:; base-uri 'none'; form-action 'none'"},
-        {"title", compared ? "Did anything get slower?" : "Clocks per element"},
-        {"style", std::string(parts::style)},
-        {"summary", summary(findings, rows)},
-        {"fallback", fallback(findings, rows)},
-        {"footer", escaped("ps_tables report" + (start.empty() ? "" : ", measured " + start))},
-        {"data", dataText(findings, rows)},
-        {"script", std::string(parts::script)}};
-    // What is filled in is never searched for names again.
-    std::string page;
-    std::string_view rest = parts::html;
-    for (std::size_t open; (open = rest.find("{{")) != std::string_view::npos;) {
-        std::size_t const close = rest.find("}}", open);
-        page.append(rest.substr(0, open));
-        page += values.at(rest.substr(open + 2, close - open - 2));
-        rest.remove_prefix(close + 2);
-    }
-    return page.append(rest);
+    return filledPage(
+        parts::report,
+        {{"title", compared ? "Did anything get slower?" : "Clocks per element"},
+         {"summary", summary(findings, rows)},
+         {"fallback", fallback(findings, rows)},
+         {"footer", escaped("ps_tables report" + (start.empty() ? "" : ", measured " + start))},
+         {"data", dataText(findings, rows)}});
 }
 
 } // namespace tables

@@ -1,4 +1,4 @@
-// report_test.mjs - the report in a real browser, as its reader uses it; see run.sh.
+// report_test.mjs - the pages in a real browser, as its reader uses it; see run.sh.
 import assert from 'node:assert/strict';
 import {execFileSync} from 'node:child_process';
 import {mkdtempSync, readFileSync, rmSync, statSync, writeFileSync} from 'node:fs';
@@ -16,8 +16,8 @@ const titles = 'funcBase,funcDataType,funcDescriptor,Len/Size,Parm1,Parm2,Parm3,
     'scaleFactor,Comment,Clocks,per,Time (usec),MFlops\n';
 
 // A table of these functions; changeOf gives the ratio of pairs, without it the table is plain.
-function table(name, functions, lengths, seed, changeOf, library = 'Trial, 1.0') {
-    let text = `CPU,Some Processor, 2x2.6 GHz\nComputer,here\nLibrary,${library}\n${titles}`;
+function table(name, functions, lengths, seed, changeOf, library = 'Trial, 1.0', computer = 'here') {
+    let text = `CPU,Some Processor, 2x2.6 GHz\nComputer,${computer}\nLibrary,${library}\n${titles}`;
     let state = seed;
     const noise = () => {
         state = (state * 1103515245 + 12345) % 2147483648;
@@ -48,6 +48,23 @@ function report(name, inputs) {
     return path;
 }
 
+function history(name, inputs, ...words) {
+    const path = join(folder, name + '.html');
+    const labels = inputs.flatMap((_, i) => ['--label', `v${i} </script>`]);
+    execFileSync(process.env.PS_TABLES, ['history', ...inputs, ...labels, ...words, '-o', path]);
+    return path;
+}
+
+// From the ninth of twelve dates on, Sin of here is slower; there, nothing changes.
+function datesOf(name, computer, later) {
+    return Array.from({length: 12}, (_, i) => {
+        const path = table(`${name}${i}.csv`, few, lengths, i + 1, undefined, 'L', computer);
+        writeFileSync(path, readFileSync(path, 'utf8').replace(/^(Sin,64f.*,)([\d.]+)(,e,0.5,-)$/gm,
+            (line, head, clocks, tail) => head + (clocks * (i < 8 ? 1 : later)).toPrecision(4) + tail));
+        return path;
+    });
+}
+
 let browser;
 let pages;
 before(async () => {
@@ -61,6 +78,8 @@ before(async () => {
         plain: report('plain', passesOf('plain', few, lengths, 3)),
         compared: report('compared', [...passesOf('new', few, lengths, 5), '--against',
                                       table('old.csv', few, lengths, 77)]),
+        history: history('history', [...datesOf('here', 'here', 1.2), ...datesOf('there', 'there', 1)]),
+        chain: history('chain', passesOf('link', few, lengths, 3, change), '--baseline-chain'),
     };
 });
 after(async () => {
@@ -169,6 +188,40 @@ test('keys alone: a cell opens its curve, values are read, Escape goes back', ()
         assert.match(await focused(), /^Sin_64f_A53, length 512/);
     }));
 
+test('a step of a history opens its curve, by click and by keys', async () => {
+    await look(pages.history, async page => {
+        assert.match(await page.textContent('.verdict'),
+                     /^1 step in 1 of 6 functions, worst Sin_64f_A53 at 32\.\.1024 by \+\d+\.\d% from v8 <\/script>\.$/);
+        assert.match((await names(page)).join('\n'), /^Sin_64f_A53 32\.\.1024$/);
+        const slow = () => page.$eval('#chart canvas', canvas => {
+            const {data} = canvas.getContext('2d').getImageData(0, 0, canvas.width, canvas.height);
+            return data.some((red, i) => i % 4 === 0 && red === 0xc2 && data[i + 1] === 0x41);
+        });
+        await page.selectOption('#machine', {index: 1});
+        await page.locator('#values:not(:has-text("%"))').waitFor();
+        assert.equal(await slow(), false);
+        await page.focus('#rows tbody button');
+        await page.keyboard.press('Enter');
+        assert.match(await page.textContent('#values'), /^Sin_64f_A53\+\d+\.\d% at 32\.\.1024 from v8/);
+        await page.waitForTimeout(50); // drawn with the next frame
+        assert.equal(await slow(), true);
+        for (let i = 0; i < 9; ++i) {
+            await page.keyboard.press('ArrowRight');
+        }
+        assert.match(await page.textContent('#values'), /^v8 <\/script>\d.* clocksstep \+/);
+        await page.keyboard.press('Escape');
+        assert.equal(await page.evaluate(() => document.activeElement.textContent), 'Sin_64f_A53');
+    });
+    await look(pages.chain, async page => {
+        await page.selectOption('#function', 'Exp_64f_A53');
+        await page.focus('#chart');
+        for (let i = 0; i < 3; ++i) {
+            await page.keyboard.press('ArrowRight');
+        }
+        assert.match(await page.textContent('#values'), /^v2 <\/script>−2[67]\.\d%$/);
+    });
+});
+
 test('curves are put together, shown as change and saved', () =>
     look(pages.pairs, async page => {
         await page.click('#map td.f5 >> nth=0');
@@ -249,6 +302,8 @@ test('without scripts the verdict, the counts and a table are there', () =>
         assert.equal(line.length, 7);
         assert.match(line[4], /^\+\d\.\d%!$/);
         assert.equal(await page.locator('#app').isVisible(), false);
+        await page.goto(pathToFileURL(pages.history).href);
+        assert.match(await page.textContent('noscript tr >> nth=1'), /^Sin_64f_A5332\.\.1024v8 <\/script>\+/);
     }, {javaScriptEnabled: false}));
 
 test('a whole library fits', async t => {

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# run.sh PS_TABLES FOLDER - the report's tests in a real browser; exit code 77 where they cannot run.
+# run.sh PS_TABLES FOLDER - the pages' tests in a real browser; exit code 77 where they cannot run.
 # What npm brings goes to the folder.
 set -u
 program=$1 folder=$2

@@ -1,0 +1,92 @@
+// page.cpp - escaping, policy and filling in.
+#include "page/page.h"
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <nlohmann/json.hpp>
+
+namespace tables {
+
+namespace {
+
+// How a content security policy names a text: the sum's bytes in base 64.
+std::string source(std::string_view hexSum) {
+    constexpr char digits[] = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string text = "'sha256-";
+    for (std::size_t i = 0; i < hexSum.size(); i += 6) { // six hexadecimal digits make four
+        std::string group(hexSum.substr(i, 6));
+        std::size_t const digitsUsed = group.size() * 4 / 6 + (group.size() % 6 != 0 ? 1 : 0);
+        group.resize(6, '0');
+        unsigned long const bits = std::strtoul(group.c_str(), nullptr, 16);
+        for (std::size_t k = 0; k < 4; ++k) {
+            text += k < digitsUsed ? digits[bits >> (18 - 6 * k) & 63] : '=';
+        }
+    }
+    return text + '\'';
+}
+
+} // namespace
+
+std::string escaped(std::string_view text) {
+    std::string html;
+    for (char const c : text) {
+        switch (c) {
+        case '<':
+            html += "&lt;";
+            break;
+        case '>':
+            html += "&gt;";
+            break;
+        case '&':
+            html += "&amp;";
+            break;
+        case '"':
+            html += "&quot;";
+            break;
+        default:
+            html += (c >= 0 && c < ' ') || c == 127 ? ' ' : c;
+        }
+    }
+    return html;
+}
+
+std::string element(char const* name, std::string const& text) {
+    return std::string("<") + name + '>' + escaped(text) + "</" + name + ">";
+}
+
+double rounded(double value) {
+    std::array<char, 40> text;
+    (void)std::snprintf(text.data(), text.size(), "%.4g", value);
+    return std::strtod(text.data(), nullptr);
+}
+
+std::string scriptData(nlohmann::ordered_json const& json) {
+    std::string const plain =
+        json.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
+    std::string text;
+    for (char const c : plain) {
+        text += c == '<' ? "\\u003c" : std::string(1, c);
+    }
+    return text;
+}
+
+std::string filledPage(PageParts const& parts, std::map<std::string_view, std::string> values) {
+    values["policy"] = "default-src 'none'; script-src " + source(parts.scriptSum) +
+                       "; style-src " + source(parts.styleSum) +
+                       "; img-src data: blob:; base-uri 'none'; form-action 'none'";
+    values["style"] = parts.style;
+    values["script"] = parts.script;
+    // What is filled in is never searched for names again.
+    std::string page;
+    std::string_view rest = parts.html;
+    for (std::size_t open; (open = rest.find("{{")) != std::string_view::npos;) {
+        std::size_t const close = rest.find("}}", open);
+        page.append(rest.substr(0, open));
+        page += values.at(rest.substr(open + 2, close - open - 2));
+        rest.remove_prefix(close + 2);
+    }
+    return page.append(rest);
+}
+
+} // namespace tables
