@@ -650,6 +650,7 @@ int historyCommand(HistoryOptions const& options) {
     }
     std::sort(order.begin(), order.end());
     std::vector<HistoryDate> sorted;
+    sorted.reserve(order.size());
     for (auto const& [start, place] : order) {
         sorted.push_back(std::move(history.dates[place]));
     }
