@@ -38,6 +38,7 @@ public:
 
 extern psTurns* g_turns; // of the measurement that runs; null: one reading, and no turns
 
+// Conducts the turns of a point, and keeps its readings and the process's quiet level.
 class psPairing : public psTurns {
 public:
     static constexpr int firstCalls = 16; // ahead of a side's first reading of a point
