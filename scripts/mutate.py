@@ -249,6 +249,8 @@ class Copy:
                 target = line.split(":")[0]
         for room in self.rooms:
             self.rooms[room] = self.programs(self.build / "tests" / room)
+        if not any(self.rooms.values()):
+            sys.exit("no tests found: every fault would survive")
         self.times = {}
         for command in {c for room in self.rooms.values() for c in room}:
             begin = time.monotonic()
@@ -265,7 +267,8 @@ class Copy:
             if any(word.startswith("--gtest_filter") for word in command):
                 command = (command[0], "--gtest_fail_fast", "--gtest_brief=1")
             # Checksums and the page in a browser are other programs' work, and no fault is theirs.
-            if command and command[0].startswith(str(self.tree)) and command not in found:
+            own = command and command[0].startswith((f"{self.build}/", f"{self.tree}/"))
+            if own and command not in found:
                 found.append(command)
         return found
 
@@ -297,10 +300,8 @@ class Copy:
                               stderr=subprocess.DEVNULL).returncode == 0
 
     def room_of(self, file):
-        for part in reversed(Path(file).parts[:-1]):
-            if part in self.rooms:
-                return part
-        return "cli"
+        """The outermost of its folders that has a room: tables/page is tables."""
+        return next((part for part in Path(file).parts[:-1] if part in self.rooms), "cli")
 
     def objects(self, file):
         return {name: hashlib.md5((self.build / name).read_bytes()).digest() for name in self.users[file]}
