@@ -54,8 +54,8 @@ bool psIniFile::open(psString name, bool forWriting) {
     fileName = name;
     writable = forWriting;
     // A file that exists and can't be read is no new file: creating it would destroy it.
-    bool const report = !forWriting || isRegularFile(name);
-    i_stream input(name, io_stream::Raw | io_stream::Read, report);
+    bool const mayCreate = forWriting && !isRegularFile(name);
+    i_stream input(name, io_stream::Raw | io_stream::Read, !mayCreate);
     if (input.isOpen()) {
         psSectionItem* current = nullptr;
         psString line;
@@ -64,12 +64,7 @@ bool psIniFile::open(psString name, bool forWriting) {
         }
         return true;
     }
-    if (report) {
-        writable = false;
-        return false;
-    }
-    o_stream const created(name, io_stream::Raw | io_stream::Write, true);
-    writable = created.isOpen();
+    writable = mayCreate && o_stream(name, io_stream::Raw | io_stream::Write, true).isOpen();
     return writable;
 }
 

@@ -70,26 +70,18 @@ psString psIStream::setIniSection(psString section) {
 }
 
 bool psIStream::hasItem(psString const& key) {
-    return dataList.find(key) != dataList.end() ||
-           (iniFile != nullptr && !iniFile->read(iniSection, key, "").empty());
+    psString value;
+    return find(key, value) != FromDefault;
 }
 
 psString psIStream::getItemValue(psString key, psString defaultValue, psString title,
                                  psString comment) {
-    psString value;
-    bool found = dataList.get(key, value);
-    itemSource = FromData;
-    if (!found && iniFile != nullptr) {
-        value = iniFile->read(iniSection, key, "");
-        found = !value.empty();
-        itemSource = FromIni;
-    }
-    if (!found && stream != nullptr) {
-        // An empty answer stays empty: the caller sees by source() that its default holds.
+    psString value = defaultValue;
+    itemSource = find(key, value);
+    if (itemSource == FromDefault && stream != nullptr) {
+        // Says the source anew. An empty answer stays empty: the caller sees by source() that its
+        // default holds.
         value = getItemValue(*stream, title.empty() ? key : title, defaultValue);
-    } else if (!found) {
-        value = defaultValue;
-        itemSource = FromDefault;
     }
     if (savesToIni()) {
         iniFile->write(iniSection, key, value, comment);
@@ -104,4 +96,16 @@ psString psIStream::getItemValue(i_stream& input, psString title, psString defau
     input.getline(answer);
     itemSource = answer.empty() ? FromDefault : FromConsole;
     return answer;
+}
+
+psIStream::Source psIStream::find(psString const& key, psString& value) {
+    if (dataList.get(key, value)) {
+        return FromData;
+    }
+    psString const stored = iniFile != nullptr ? iniFile->read(iniSection, key, "") : psString();
+    if (stored.empty()) {
+        return FromDefault;
+    }
+    value = stored;
+    return FromIni;
 }

@@ -42,17 +42,21 @@ public:
     bool savesToIni() const { return saveToIni && iniFile != nullptr; }
     psString setIniSection(psString section); // gives the previous one
     void setData(psString text) { dataList.set(text); }
-    bool hasItem(psString const& key); // by -d data or in the ini file's section
+    bool hasItem(psString const& key); // without a question
 
-    // The value of an item, and source() of it. Stores it in a writable ini file, with the comment.
+    // The value of an item, and source() of it: by find, else typed, else the default. Stores it in
+    // a writable ini file, with the comment.
     psString getItemValue(psString key, psString defaultValue, psString title, psString comment);
 
-    // Prompts on c_out and reads one line.
+    // Prompts on c_out and reads one line. source() is FromDefault for an empty one.
     psString getItemValue(i_stream& input, psString title, psString defaultValue);
 
     void close() {}
 
 private:
+    // By -d data or in the ini file's section; FromDefault if in neither, value stays then.
+    Source find(psString const& key, psString& value);
+
     i_stream* stream = nullptr;
     psIniFile* iniFile = nullptr;
     psDataList dataList;
