@@ -174,9 +174,9 @@ bool psCacheIterator::setNewValue() {
                                     : setNewValueToParm(size, limit, bySteps);
 }
 
-// At once down to the least ratio, not by the small step that only guards the comparison.
+// There are two ratios and nothing between them: a second widening ends the tries.
 bool psCacheIterator::lowerRatio() {
-    if (m_lowRatio - 0.0001 > leastLowRatio) {
+    if (m_lowRatio > leastLowRatio) {
         m_lowRatio = leastLowRatio;
         return true;
     }

@@ -45,7 +45,7 @@ private:
     int highSize() const;
     int lowSize() const;
     bool setNewValue();
-    bool lowerRatio(); // widens the band; false when it is as wide as can be
+    bool lowerRatio(); // widens the band; false, with no try left, when it is wide already
 
     psObject* m_pObject;  // its size decides; may be null; not owned
     int m_tryCount = 0;   // adjustments for the present placement
