@@ -1,7 +1,6 @@
 // sessionfixture.cpp - sessions over probes, and all that a run leaves, put back to its start.
 #include "sessionfixture.h"
 
-#include "pstest/psrunmode.h"
 #include "support/sessionglobals.h"
 
 std::vector<std::string> ProbeTest::ran;

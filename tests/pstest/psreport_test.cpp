@@ -61,7 +61,7 @@ protected:
         tzset();
         g_ostrm.setOutLevel(7);
         psCpuTicker::m_freqMHz = 2933; // else the estimate takes seconds
-        psRunMode::exePath = "/opt/bin/ps_zolvm";
+        psRunMode::m_exePath = "/opt/bin/ps_zolvm";
         psFillZolEntries();
         tests.m_startTime = start;
         tests.m_stopTime = start + 3661;
@@ -77,7 +77,7 @@ protected:
         delete std::exchange(g_pLibInfoList, nullptr);
         delete std::exchange(g_pLibFuncList, nullptr);
         g_ostrm.setOutLevel(oldLevel);
-        psRunMode::exePath = oldPath;
+        psRunMode::m_exePath = oldPath;
     }
 
     psTest* add(char const* function, char const* info, char const* file) {
@@ -93,7 +93,7 @@ protected:
     psTest* absTest;
     psConditions conditions;
     OutputLevel oldLevel = g_ostrm.getOutLevel();
-    psString oldPath = psRunMode::exePath;
+    psString oldPath = psRunMode::m_exePath;
 };
 
 TEST_F(PsReport, EveryReportOnEveryStream) {

@@ -78,9 +78,9 @@ TEST_F(PsTestRun, WholeRuns) {
     EXPECT_EQ(test.run(), psResOk);
     test.registered.clear(); // one set then
     test.flops = 50.0;
-    psRunMode::nameMode = 1;
+    psRunMode::m_nameMode = 1;
     EXPECT_EQ(test.run(), psResOk);
-    psRunMode::nameMode = 0;
+    psRunMode::m_nameMode = 0;
     psTest::m_hot = 2;
     EXPECT_EQ(test.run(), psResDataFail);
     psTest::m_hot = 1;
@@ -194,7 +194,7 @@ TEST_F(PsTestRun, AFaultInAnyStepEndsItsTestAlone) {
     [[maybe_unused]] LeaksOfJumps const lost;
     StreamCapture summary(g_ustrm);
     StreamCapture names(g_qstrm);
-    psRunMode::nameMode = 2;
+    psRunMode::m_nameMode = 2;
     list.addDeprecated(1, "one");
     ScriptedTest next("zNext");
     addParm(next, list);
@@ -223,7 +223,7 @@ TEST_F(PsTestRun, AFaultInAnyStepEndsItsTestAlone) {
                                              "zNext,one,deprecated,12.5,elem,0.1,-\n");
         EXPECT_EQ(names.text().substr(namesBefore), "zNext,Len,parmNames,-,-,-,-\n");
     }
-    psRunMode::nameMode = 0;
+    psRunMode::m_nameMode = 0;
     std::regex const row("z\\w+,Timing,(-,){4}zScript_timing_test,\\d,script.cpp,(OK|EXCPTFAIL),");
     std::istringstream all(summary.text());
     for (std::string line; std::getline(all, line);) {

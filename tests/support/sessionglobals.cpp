@@ -6,7 +6,6 @@
 #include "psmemory/psmemory.h"
 #include "psstream/pscstream.h"
 #include "psstream/psistream.h"
-#include "pstest/psrunmode.h"
 #include "pstool/psctrl.h"
 
 void resetSessionGlobals() {
@@ -32,10 +31,10 @@ void resetSessionGlobals() {
     psTest::m_pressing = false;
     psTest::m_cache = false;
     psTestList::m_startFunc = "";
-    psRunMode::nameMode = 0;
-    psRunMode::nameExit = false;
+    psRunMode::m_nameMode = 0;
+    psRunMode::m_nameExit = false;
     psSession::m_exitLevel = 0;
-    psSession::m_exePath = "";
+    psRunMode::m_exePath = "";
     psSession::m_defName = "";
     psSession::m_inDir = "";
     psSession::m_outDir = "";

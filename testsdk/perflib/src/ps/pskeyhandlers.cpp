@@ -75,7 +75,7 @@ void addFile(Stream& stream, psString const& path, bool append, psSession* sessi
     }
 }
 
-bool namesIntoResults(psString const& arg) { return arg[0] == '+'; }
+bool wantsResultTable(psString const& arg) { return arg[0] == '+'; }
 
 psString directoryInfo(char const* use, psString const& arg) {
     return arg.empty() ? psString("ignored: empty directory name")
@@ -235,7 +235,7 @@ psString R_info(psString arg) {
 void R_apply(psString arg, psSession* session) { addFile(g_cstrm, tablePath(arg), true, session); }
 
 psString q_info(psString arg) {
-    if (!namesIntoResults(arg)) {
+    if (!wantsResultTable(arg)) {
         return unlessExit(1, psString("write function parameter name lines to ") + namePath(arg));
     }
     psCommandList const& keys = *psSession::pCmdList;
@@ -245,11 +245,11 @@ psString q_info(psString arg) {
     return unlessExit(1, "add function parameter name lines to csv files defined by -r & -R keys");
 }
 void q_apply(psString arg, psSession* session) {
-    if (namesIntoResults(arg)) {
-        psSession::m_nameMode |= 1;
+    if (wantsResultTable(arg)) {
+        psRunMode::m_nameMode |= psRunMode::namesIntoResults;
         return;
     }
-    psSession::m_nameMode |= 2;
+    psRunMode::m_nameMode |= psRunMode::namesIntoOwnTable;
     addFile(g_qstrm, namePath(arg), false, session);
 }
 
@@ -261,7 +261,7 @@ psString Q_info(psString /*arg*/) {
 }
 void Q_apply(psString /*arg*/, psSession* /*session*/) {
     if (psSession::pCmdList->isKey('q')) {
-        psSession::m_nameExit = true;
+        psRunMode::m_nameExit = true;
     }
 }
 

@@ -1,8 +1,6 @@
 // pspaths.cpp - from the argument of a key, often empty, to the path of a file.
 #include "ps/pssession.h"
-#include "pstest/psrunmode.h"
 
-constinit psString& psSession::m_exePath = psRunMode::exePath;
 psString psSession::m_defName;
 psString psSession::m_inDir;
 psString psSession::m_outDir;

@@ -10,10 +10,6 @@
 #include "pstest/psnorvocputest.h"
 #include "pstest/psreport.h"
 #include "pstest/psreportformat.h"
-#include "pstest/psrunmode.h"
-
-constinit int& psSession::m_nameMode = psRunMode::nameMode;
-constinit bool& psSession::m_nameExit = psRunMode::nameExit;
 
 namespace {
 
@@ -141,7 +137,7 @@ void psSession::endCommonData() {
 
 void psSession::putTableTitle() {
     putTableTitleLine();
-    if ((m_nameMode & 2) != 0) {
+    if ((m_nameMode & namesIntoOwnTable) != 0) {
         g_cstrm.swap(g_qstrm);
         putTableTitleLine();
         g_cstrm.swap(g_qstrm);

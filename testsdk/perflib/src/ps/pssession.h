@@ -4,6 +4,7 @@
 #define PS_PSSESSION_H
 
 #include "ps/pscommandlist.h"
+#include "pstest/psrunmode.h"
 #include "pstest/pstestlist.h"
 
 class psSession;
@@ -18,7 +19,8 @@ struct psOption {
     psString descr; // extended help
 };
 
-class psSession {
+// A run: main makes one, or a test module registers one of a class of its own.
+class psSession : public psRunMode {
 public:
     enum AskMode { askTiming = 1, askParams = 2, askMisalign = 4, askEachTest = 8, askAll = 15 };
     static constexpr int noEnumeration = 100; // of m_enumMode
@@ -111,13 +113,10 @@ public:
     psString m_sglName;
     psString m_sglText;
 
-    static psString& m_exePath;
     static psString m_defName; // default file title
     static psString m_inDir;   // with a separator at the end
     static psString m_outDir;
     static psCommandList* pCmdList;
-    static int& m_nameMode;
-    static bool& m_nameExit;
     static int m_exitLevel;
 
 private:

@@ -255,7 +255,7 @@ psReportTestResult::psReportTestResult(psTest const* test) {
     m_summary << "-," << (test->m_bad87 ? "?" : "-") << ",-," << (test->m_badSSX ? "?" : "-") << ","
               << test->m_info.m_name << "," << elapsedSeconds(test->m_startTime, test->m_stopTime)
               << "," << test->m_fileName << "," << m_word << ","
-              << psRunMode::exePath.getFileName();
+              << psRunMode::m_exePath.getFileName();
 }
 
 psOStream& operator<<(psOStream& out, psReportTestResult const& report) {

@@ -11,9 +11,6 @@
 
 namespace {
 
-constexpr int namesIntoResults = 1; // bits of psRunMode::nameMode
-constexpr int namesIntoOwnTable = 2;
-
 // Decimals of numbers from the limit on, about three significant digits. The last row ends every
 // search: smaller numbers go the exponential way.
 struct ClockFormat {
@@ -227,10 +224,10 @@ void psTest::putTableName() {
     if (m_funcName.find("__ps", 0) == 0) {
         return;
     }
-    if ((psRunMode::nameMode & namesIntoResults) != 0) {
+    if ((psRunMode::m_nameMode & psRunMode::namesIntoResults) != 0) {
         putTableNameLine();
     }
-    if ((psRunMode::nameMode & namesIntoOwnTable) != 0) {
+    if ((psRunMode::m_nameMode & psRunMode::namesIntoOwnTable) != 0) {
         useNameTable(true);
         putTableNameLine();
         useNameTable(false);

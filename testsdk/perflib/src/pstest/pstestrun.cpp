@@ -158,7 +158,7 @@ void psTest::startAndMeasure() {
     }
     traced("parmsFromIstrm", [this] { parmsFromIstrm(); });
     putTableName();
-    if (g_istrm.savesToIni() || psRunMode::nameExit) {
+    if (g_istrm.savesToIni() || psRunMode::m_nameExit) {
         m_currentResult = psResOk; // asked and stored; nothing is measured
         return;
     }
