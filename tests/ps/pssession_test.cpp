@@ -81,12 +81,15 @@ TEST_F(PsSession, EndsBeforeTheTests) {
         bool startSession() override { return false; }
     };
     registerProbes();
+    writeFile("perf.end", "old");
+    std::filesystem::create_hard_link("perf.end", "kept");
     EXPECT_EQ(run({"-B", "-g"}, std::make_unique<Refusing>()),
               "Command line options: \n"
               "-B: batch mode\n"
               "-g: create file perf.end at the end of PS work\n");
     EXPECT_EQ(ProbeTest::ran, Names{});
-    EXPECT_TRUE(std::filesystem::exists("perf.end"));
+    EXPECT_TRUE(readFile("perf.end").starts_with("00:00:0"));
+    EXPECT_EQ(readFile("kept"), "old"); // at no moment was the file empty
     resetGlobals();
     // Whoever waits for the signal file finds the others complete.
     run({"-h", "-o", "-Ix.ini", "-gx.ini"});

@@ -123,24 +123,25 @@ TEST_F(PsIniFile, LosesNothingWhenTheFileCanNoLongerBeWritten) {
 }
 
 // A name that leaves no room for a neighbour's can only be written in place.
-TEST_F(PsIniFile, StaysWholeWhereThereIsNoRoomForTheNewText) {
-    for (std::string const& name : {std::string("ini"), std::string(250, 'i')}) {
+TEST_F(PsIniFile, StaysWholeOrAbsentWhereThereIsNoRoomForTheNewText) {
+    for (std::string const& name :
+         {std::string("ini"), std::string(250, 'i'), std::string("new")}) {
         SCOPED_TRACE(name);
-        psIniFile ini;
-        change(name, ini);
-        ini.write("a", "long", std::string(5000, 'x').c_str(), "");
+        if (name != "new") {
+            fill(name, "old");
+        }
         rlimit old = {};
         getrlimit(RLIMIT_FSIZE, &old);
         rlimit const small = {4096, old.rlim_max};
         setrlimit(RLIMIT_FSIZE, &small);
         testing::internal::CaptureStderr();
-        ini.close();
+        EXPECT_FALSE(psReplaceFile(path(name).c_str(), std::string(5000, 'x').c_str()));
         setrlimit(RLIMIT_FSIZE, &old);
         EXPECT_EQ(testing::internal::GetCapturedStderr(),
                   "-- Can't write to " + path(name) + ": File too large\n");
-        EXPECT_EQ(content(path(name)), "[a]\nk=1\n");
+        EXPECT_EQ(content(path(name)), name == "new" ? "" : "old");
     }
-    EXPECT_EQ(files(), 2);
+    EXPECT_EQ(files(), 2); // neither a neighbour nor an empty new one
 }
 
 TEST_F(PsIniFile, KeepsModeOwnerAndLink) {
@@ -168,6 +169,11 @@ TEST_F(PsIniFile, KeepsModeOwnerAndLink) {
         EXPECT_EQ(content(file), changed);
     }
     EXPECT_EQ(files(), 3);
+    mode_t const withheld = umask(0027);
+    EXPECT_TRUE(psReplaceFile(path("new").c_str(), "text"));
+    umask(withheld);
+    struct stat facts = {};
+    EXPECT_TRUE(stat(path("new").c_str(), &facts) == 0 && (facts.st_mode & 07777U) == 0640);
 }
 
 TEST_F(PsIniFile, WritesInsideWhatIsNoFile) {

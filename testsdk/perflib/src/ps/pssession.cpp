@@ -7,6 +7,7 @@
 #include "ps/psregister.h"
 #include "psstream/pscstream.h"
 #include "psstream/psistream.h"
+#include "psstream/psreplacefile.h"
 #include "pstest/psnorvocputest.h"
 #include "pstest/psreport.h"
 #include "pstest/psreportformat.h"
@@ -220,11 +221,7 @@ void psSession::endOutput() {
     g_cstrm.flush();
     g_qstrm.flush();
     g_ustrm.flush();
-    if (m_sglName.empty() || m_sglText.empty()) {
-        return;
-    }
-    o_stream signal(m_sglName, io_stream::Write | io_stream::Raw, true);
-    if (signal.isOpen()) {
-        signal << m_sglText;
+    if (!m_sglName.empty() && !m_sglText.empty()) {
+        (void)psReplaceFile(m_sglName, m_sglText); // tells a failure
     }
 }

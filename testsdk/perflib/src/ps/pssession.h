@@ -93,7 +93,7 @@ public:
     bool enumOutput();
     bool hintOutput();
     // The last act, behind run and the last trace line: makes the signal file. Who waits for it
-    // finds all others finished.
+    // finds it whole and all others finished.
     void endOutput();
     void selectTestParameters();
     void beginCommonData();

@@ -14,6 +14,22 @@ namespace {
 
 enum class Outcome { Done, Failed, Impossible };
 
+bool isAbsent(char const* path) {
+    struct stat facts = {};
+    return lstat(path, &facts) < 0 && errno == ENOENT;
+}
+
+// Mode and owner of a file that is made anew.
+struct stat factsOfNewFile() {
+    struct stat facts = {};
+    facts.st_uid = static_cast<uid_t>(-1); // this process's, as of any file that it makes
+    facts.st_gid = static_cast<gid_t>(-1);
+    mode_t const withheld = umask(0);
+    (void)umask(withheld);
+    facts.st_mode = 0666U & ~withheld;
+    return facts;
+}
+
 bool writeAll(int number, psString const& text) {
     char const* rest = text.c_str();
     auto left = static_cast<std::size_t>(text.size());
@@ -69,7 +85,16 @@ Outcome rewrite(char const* path, struct stat const& facts, psString const& text
 } // namespace
 
 bool psReplaceFile(psString const& path, psString const& text) {
-    // Opened as every output is: what can't be written to is told, what is absent is made.
+    if (isAbsent(path.c_str())) {
+        Outcome const made = replaceByNeighbour(path.c_str(), factsOfNewFile(), text);
+        if (made == Outcome::Failed) {
+            o_stream(static_cast<FILE*>(nullptr)).tellFailure(path.c_str());
+        }
+        if (made != Outcome::Impossible) {
+            return made == Outcome::Done;
+        }
+    }
+    // Opened as every output is: what can't be written to is told.
     o_stream present(path, io_stream::Raw | io_stream::Write | io_stream::Append, true);
     if (!present.isOpen()) {
         return false;
