@@ -1,5 +1,7 @@
 // zolcpu.h - what the processor tells about itself: the CPUID instruction, the feature mask and
-// the cache size made of its registers.
+// the cache size made of its registers. The harness reads the same by rules of its own
+// (pscpu/cpuid.h, pscpu/cpucache.h) and may not share this code: another library can take the place
+// of this one, so that neither may lean on the other.
 #ifndef ZOLCORE_ZOLCPU_H
 #define ZOLCORE_ZOLCPU_H
 

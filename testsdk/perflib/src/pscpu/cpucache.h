@@ -1,5 +1,6 @@
 // cpucache.h - sizes of data caches from CPUID registers. All that is computed takes its
-// registers through a reader, so that recorded ones can stand in for the processor's.
+// registers through a reader, so that recorded ones can stand in for the processor's. The
+// built-in library's walk over its caches is another one, see cpuid.h.
 #ifndef PSCPU_CPUCACHE_H
 #define PSCPU_CPUCACHE_H
 

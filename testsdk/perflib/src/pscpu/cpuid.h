@@ -1,4 +1,6 @@
-// cpuid.h - the CPUID instruction and its registers cut into fields.
+// cpuid.h - the CPUID instruction and its registers cut into fields. The built-in library reads
+// the same by rules of its own (platform/zolcore/zolcpu.h) and may not share this code: another
+// library can take its place, so that neither may lean on the other.
 #ifndef PSCPU_CPUID_H
 #define PSCPU_CPUID_H
 
