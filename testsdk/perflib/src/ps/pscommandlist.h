@@ -8,8 +8,10 @@
 // Two characters or more, the first "-" or "/".
 bool isKeyString(psString const& word);
 
+// A key's letter and its argument.
 class psCommandKey {
 public:
+    // Takes both from a word, the argument from the next one if the word has none of its own.
     bool setArg(psString word, psString next); // false if word is no key
     bool getArg(char letter, psString& target) const;
 
@@ -17,6 +19,7 @@ public:
     psString arg;
 };
 
+// Keys with their arguments, in the order in which they are to be carried out.
 class psCommandList : public psList<psCommandKey> {
 public:
     bool isKey(char letter) const;

@@ -173,8 +173,14 @@ int getAskLevel(psString const& arg) {
 }
 
 OutputLevel getLevel(psString const& arg) {
-    static constexpr Word letters[] = {{71, "D"}, {1, "E"},  {15, "I"}, {39, "M"},
-                                       {7, "P"},  {23, "T"}, {3, "W"}};
+    constexpr int results = MSG_ERR | MSG_WARN | MSG_PERF;
+    static constexpr Word letters[] = {{MSG_ERR, "E"},
+                                       {MSG_ERR | MSG_WARN, "W"},
+                                       {results, "P"},
+                                       {results | MSG_INFO, "I"},
+                                       {results | MSG_TRACE, "T"},
+                                       {results | MSG_MEMORY, "M"},
+                                       {results | MSG_DATA, "D"}};
     return sumOfLetters(letters, arg);
 }
 

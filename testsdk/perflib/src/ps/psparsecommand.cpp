@@ -84,7 +84,7 @@ bool psSession::parseCommandLine(int argc, char** argv) {
     collectKeys(argc, argv);
     m_exitLevel = exitLevelOf(*pCmdList);
     settleNames();
-    g_ostrm.setOutLevel(MSG_ERR | MSG_WARN | MSG_PERF);
+    g_ostrm.setOutLevel(dialogueLevel);
     expandResponseFiles();
     for (psCommandKey const& item : *pCmdList) {
         applyOption(item.key, item.arg);

@@ -11,16 +11,17 @@ class psSession;
 
 using psVersionFunction = ZolLibraryVersion const* (*)();
 
-int psRegSession(psSession* session);
-int psRegParm(psParameter& parm);
-int psRegParmFunc(void (*function)()); // the last call wins
+int psRegSession(psSession* session);  // in the place of main's own; the last call wins
+int psRegParm(psParameter& parm);      // a common parameter, asked once for all tests
+int psRegParmFunc(void (*function)()); // called ahead of the dialogue; the last call wins
 int psRegCmdLine(psString text);       // appended to the built-in command line
-int psRegHotFunction(psString name);
-int psRegQKeys();                                      // the name table keys are there anyway
+int psRegHotFunction(psString name);   // of interest, see -H
+int psRegQKeys();                      // the name table keys are there anyway
 int psRegTimingMethod(void (*function)(psTool& tool)); // presets the method; the last call wins
-int psRegZolVersion(psVersionFunction function);
-int psRegZolEnvironment(void (*function)()); // fills the entry points; the last call wins
+int psRegZolVersion(psVersionFunction function);       // each tells a line of the report's title
+int psRegZolEnvironment(void (*function)());           // fills the entry points; the last call wins
 
+// What was handed over; null where nothing was.
 extern psSession* pSession;
 extern psString* pCmdLine;
 extern void (*s_parmFunc)();

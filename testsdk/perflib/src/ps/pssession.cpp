@@ -14,9 +14,6 @@
 
 namespace {
 
-// Level while keys, common data and headers are shown, whatever -L says.
-constexpr OutputLevel dialogueLevel = MSG_ERR | MSG_WARN | MSG_PERF;
-
 void deleteTests() {
     for (psTest* test : *pTestList) {
         delete test;

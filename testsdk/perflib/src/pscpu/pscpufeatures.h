@@ -4,6 +4,7 @@
 
 #include "psbase/psstring.h"
 
+// Looked up in a table that gives the first row of a mask and every row of a label.
 class psCpuFeatures {
 public:
     static psString cpuLabel(unsigned long long mask); // "Undefined" for an unknown mask

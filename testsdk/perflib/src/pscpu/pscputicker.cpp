@@ -68,6 +68,8 @@ int cpuFreqFromSamples(unsigned long long first, unsigned long long second) {
     return megahertz < INT_MAX ? static_cast<int>(megahertz) : INT_MAX;
 }
 
+// An estimate with no entry within 1000 MHz is held against the first one at that distance, which
+// bends what is beyond 33 GHz to 60 MHz. That is the rule.
 int nominalFreqMHz(int estimate) {
     long long best = 1000;
     int nominal = nominal_mhz[0];

@@ -3,6 +3,7 @@
 #ifndef PSCPU_PSCPUTICKER_H
 #define PSCPU_PSCPUTICKER_H
 
+// The counter and its frequency, of which a process has one each.
 class psCpuTicker {
 public:
     // Clocks of the time-stamp counter. No fence: a pair of reads brackets many calls. The clobber

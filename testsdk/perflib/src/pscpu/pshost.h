@@ -14,6 +14,7 @@ private:
     char m_text[256];
 };
 
+// The host's name, empty if the system has none.
 class psHost {
 public:
     psHost();
@@ -27,7 +28,9 @@ extern psOS os;
 extern psHost host;
 
 int psGetNumOfProcessors(); // online, at least 1
-int psGetMaxCacheSizeB(); // largest data cache in bytes: the library's word, else CPUID; 0: unknown
+
+// Largest cache in bytes: the library's word, else the largest of any kind by CPUID; 0 if unknown.
+int psGetMaxCacheSizeB();
 
 // Brand, count, speed and cache of the processor in one line. Asks for the frequency (psCpuTicker).
 psString cpuInfo();

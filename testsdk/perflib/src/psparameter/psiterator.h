@@ -27,6 +27,7 @@ protected:
     typename psList<T>::iterator m_current;
 };
 
+// A list of numbers or sizes, with their conversion from and to text. For int and ZoliSize.
 template <typename T>
 class psIterator : public psIterator_NSC<T> {
 public:

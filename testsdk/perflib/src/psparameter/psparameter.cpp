@@ -121,7 +121,7 @@ psIStream& psParameter::fromIStream(psIStream& in) {
     }
     OutputLevel const oldOutLevel = g_ostrm.getOutLevel();
     if (!in.batchMode()) { // the prompt is seen whatever the user wants to see
-        g_ostrm.setOutLevel(MSG_ERR | MSG_WARN | MSG_PERF);
+        g_ostrm.setOutLevel(dialogueLevel);
     }
     try {
         LandingKeeper const outer;

@@ -7,6 +7,7 @@
 #include "psstream/psistream.h"
 #include "psstream/psostream.h"
 
+// The base of all parameters: a name without a value, which answers everything harmlessly.
 class psParameter {
 public:
     enum Flags { textInQuotes = 2 };

@@ -10,9 +10,11 @@ class psCStream : public psTargetList {
 public:
     static constexpr int maxColumns = 32;
 
-    void setColm(int i, psString const& value); // ignored outside the columns
-    bool getColm(int i, psString& value) const;
     void setNextColm(psString const& value); // dropped when all columns are filled
+    // A column by its number, ignored outside the columns. Doesn't count as filled: who fills out
+    // of turn sets nextColm behind the last column that shall be written.
+    void setColm(int i, psString const& value);
+    bool getColm(int i, psString& value) const; // false outside the columns
 
     void tableOut(int n);        // writes n columns (0: those filled), "-" for an empty one
     void tableFlush();           // empties the line
@@ -28,7 +30,7 @@ public:
     bool identicalLinesStop();
     static bool identicalColms(psString const* a, psString const* b, int n);
 
-    int nextColm = 0; // columns filled so far
+    int nextColm = 0; // columns filled so far; "-" is written for any behind them
 
 private:
     static void addStore(psStringList* store, psString const* line);

@@ -20,6 +20,9 @@ enum MessageLevel : int {
 
 using OutputLevel = int; // a union of MessageLevel bits
 
+// While keys, questions and headers are shown, whatever the user wants to see of the tests.
+constexpr OutputLevel dialogueLevel = MSG_ERR | MSG_WARN | MSG_PERF;
+
 // Text at a level, written to all targets if the level is wanted.
 class psOStream : public psTargetList {
 public:
