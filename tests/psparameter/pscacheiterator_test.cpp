@@ -41,6 +41,7 @@ TEST(PsCacheIterator, TrialsOfBothPlacements) {
         {'t', 100, 40000},  {'t', 400, 40000}, {'t', 400, 5000},   {'t', 5000, 40000},
         {'i', 5000, 40000}, {'t', 100, 100}, // the first adjustment does not widen the band
         {'i', 0, 3275},     {'i', 0, 3276},    {'i', 0, 29491},    {'i', 5000, 29492},
+        {'i', 100, 29491},  {'t', 100, 29491}, // too small, yet not too big
         {'o', 0, 34405},    {'o', 0, 34406}};
     psCacheIterator::m_cacheSizeHook = [](int* bytes) {
         *bytes = 32768;
