@@ -5,8 +5,9 @@
 //   slow SHARE    of a call's time that it goes on for, for example 0.02
 //   only NAME     a function that this goes for; without such lines it goes for all
 //   swap A B      calls of A are served by B, whose arguments have the same types
-// The counter is read around all calls alike. Reading it takes some 50 clocks, so that only calls
-// that are much longer show the share.
+// All calls read the counter in the same places. What a call owes is kept in fractions of a clock
+// and paid by whole readings of the counter, some by the next call, so that the share is right on
+// the average of many calls however short they are.
 #include "zolvm.h"
 
 #include <cstdio>
@@ -23,9 +24,11 @@ struct Function {
     char const* types; // of the call
     void* real;
     double share; // that it goes on for
+    double owed;  // clocks that it hasn't gone on for yet
 };
 
-#define DEFINE_ROW(shape, name, S, D, family, kind) {#name, #shape " " #S " " #D, nullptr, 0.0},
+#define DEFINE_ROW(shape, name, S, D, family, kind)                                                \
+    {#name, #shape " " #S " " #D, nullptr, 0.0, 0.0},
 Function functions[] = {ZOLVM_FUNCTIONS(DEFINE_ROW)};
 
 enum Index {
@@ -124,14 +127,22 @@ void Wrapper::load() {
 
 Wrapper const wrapper;
 
+// Clocks: whoever took the processor while a call paid has paid no later call's share.
+constexpr double interrupted = 500.0;
+
 template <typename Call>
-ZolStatus goOn(Function const& function, Call call) {
+ZolStatus goOn(Function& function, Call call) {
     unsigned long long const begin = __rdtsc();
     ZolStatus const status = call();
-    unsigned long long const middle = __rdtsc();
-    auto const rest = static_cast<double>(middle - begin) * function.share;
-    unsigned long long const last = middle + static_cast<unsigned long long>(rest);
-    while (__rdtsc() < last) {
+    unsigned long long last = __rdtsc();
+    function.owed += static_cast<double>(last - begin) * function.share;
+    while (function.owed > 0.0) {
+        unsigned long long const now = __rdtsc();
+        function.owed -= static_cast<double>(now - last);
+        last = now;
+    }
+    if (function.owed < -interrupted) {
+        function.owed = 0.0;
     }
     return status;
 }
@@ -144,7 +155,7 @@ ZolLibraryVersion const* zolvmGetLibVersion(void) {
 
 #define DEFINE(shape, name, S, D, family, kind)                                                    \
     ZolStatus name ZOLVM_PARAMETERS_##shape(S, D) {                                                \
-        Function const& function = functions[index_##name];                                        \
+        Function& function = functions[index_##name];                                              \
         using Real = ZolStatus(*) ZOLVM_PARAMETERS_##shape(S, D);                                  \
         return goOn(function, [&] {                                                                \
             return reinterpret_cast<Real>(function.real) ZOLVM_ARGUMENTS_##shape;                  \
