@@ -13,7 +13,7 @@ install(FILES ${CMAKE_CURRENT_BINARY_DIR}/zolvm.pc DESTINATION ${CMAKE_INSTALL_L
 
 install(FILES docs/ps_zolvm.1 docs/ps_tables.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR} FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.schema.json")
-install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES README.md CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES tables/third_party/uplot/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME LICENSE.uPlot)
 install(FILES scripts/completion/ps_zolvm scripts/completion/ps_tables
     DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
