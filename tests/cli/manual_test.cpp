@@ -1,7 +1,9 @@
-// manual_test.cpp - the manual's worked examples, run as they stand in it: the commands of a block
-// marked "sh example" in a directory of their own, what they print against the block marked "text
-// result" behind it, where "..." is any text and lines may be left out. And that the manual and
-// the man page leave out no key.
+// manual_test.cpp - the documents' worked examples, run as they stand there: the commands of blocks
+// marked "sh example" in a directory of their own, with the file of a block "c example NAME", and
+// what they print against the blocks marked "text result" behind them, where "..." is any text and
+// lines may be left out. What is shown of a longer run is marked "text form": numbers, dates and
+// the machine are any, and a comment has the commands of a shorter run. And that the manual and the
+// man page leave out no key.
 #include "program.h"
 
 #include <cctype>
@@ -21,23 +23,46 @@ struct Example {
 
 void PrintTo(Example const& example, std::ostream* out) { *out << example.heading; }
 
-std::vector<Example> examples() {
-    std::vector<Example> found;
+// The text of a form as a result.
+std::string formOf(std::string const& line) {
+    static std::regex const any(R"(^(on|control:|length| +\d+) .*|/home/me)"
+                                R"(|\w{3} \w{3} [ \d]\d [\d:]+ \d{4}|[-+]?\d[\d.:]*|  +)");
+    return std::regex_replace(line, any, "...");
+}
+
+void addExamples(std::vector<Example>& found, char const* name) {
     std::string heading;
     std::string fence; // first line of the block that we are in
-    for (std::string const& line : lines(document("manual.md"))) {
-        if (line.rfind("```", 0) == 0) {
+    std::string const file = "```c example ";
+    for (std::string const& line : lines(document(name))) {
+        if (line.rfind("```", 0) == 0 || line == "<!--sh example" || line == "-->") {
+            if (fence.rfind(file, 0) == 0) {
+                found.back().commands += "END\n";
+            }
             fence = fence.empty() ? line : "";
-            if (fence == "```sh example") {
+            bool const begins = contains(fence, "sh example") || fence.rfind(file, 0) == 0;
+            if (begins && (found.empty() || !found.back().result.empty())) {
                 found.push_back({heading, "", {}});
             }
-        } else if (fence == "```sh example") {
+            if (fence.rfind(file, 0) == 0) {
+                found.back().commands += "cat >" + fence.substr(file.size()) + " <<'END'\n";
+            }
+        } else if (contains(fence, "sh example") || fence.rfind(file, 0) == 0) {
             found.back().commands += line + "\n";
-        } else if (fence == "```text result" && !found.empty()) {
+        } else if (fence == "```text result") {
             found.back().result.push_back(line);
+        } else if (fence == "```text form") {
+            found.back().result.push_back(formOf(line));
         } else if (fence.empty() && line.rfind('#', 0) == 0) {
             heading = line;
         }
+    }
+}
+
+std::vector<Example> examples() {
+    std::vector<Example> found;
+    for (char const* const name : {"../README.md", "manual.md", "own-library.md"}) {
+        addExamples(found, name);
     }
     return found;
 }
@@ -52,7 +77,7 @@ std::string nameOf(testing::TestParamInfo<Example> const& info) {
     return name + std::to_string(info.index);
 }
 
-// The manual has no blanks and tabs at the ends of lines; the program has.
+// Documents have no blanks and tabs at the ends of lines; the program has.
 std::string trimmed(std::string const& line) {
     return line.substr(0, line.find_last_not_of(" \t") + 1);
 }
@@ -63,15 +88,16 @@ std::regex patternOf(std::string const& line) {
     return std::regex(std::regex_replace(literal, std::regex(R"(\\\.\\\.\\\.)"), ".*"));
 }
 
-class ManualExample : public testing::TestWithParam<Example> {};
+class DocumentExample : public testing::TestWithParam<Example> {};
 
 } // namespace
 
-TEST_P(ManualExample, PrintsWhatTheManualShows) {
+TEST_P(DocumentExample, PrintsWhatIsShown) {
     ASSERT_FALSE(GetParam().result.empty());
     TempDirectory const dir;
-    Outcome const outcome = runShell("cd " + dir.path + " && PATH=$(dirname " + psZolvm() +
-                                     "):$PATH && set -e\n" + GetParam().commands);
+    Outcome const outcome =
+        runShell("cd " + dir.path + " && ln -s '" PS_DOCUMENTS "../platform' . && PATH=$(dirname " +
+                 psZolvm() + "):$PATH && set -e\n" + GetParam().commands);
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.err, "");
 
@@ -88,9 +114,9 @@ TEST_P(ManualExample, PrintsWhatTheManualShows) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Manual, ManualExample, testing::ValuesIn(examples()), nameOf);
+INSTANTIATE_TEST_SUITE_P(Manual, DocumentExample, testing::ValuesIn(examples()), nameOf);
 
-TEST(Manual, HasExamples) { EXPECT_GE(examples().size(), 6U); }
+TEST(Manual, AndOthersHaveExamples) { EXPECT_GE(examples().size(), 18U); }
 
 TEST(Manual, AndManPageNameEveryKey) {
     std::string const manual = document("manual.md");
