@@ -35,12 +35,15 @@ TEST(PsCacheIterator, TrialsOfBothPlacements) {
         int object;
         int block;
     } const trials[] = {
-        {'i', 0, 100},      {'t', 100, 5000},  {'t', 5000, 40000}, {'t', 100, 5000},
-        {'t', 5000, 100},                                       // fits, yet no try is left
-        {'o', 5000, 4000},  {'t', 40000, 100}, {'i', 100, 100}, // nothing of the first time is left
-        {'t', 100, 40000},  {'t', 400, 40000}, {'t', 400, 5000},   {'t', 5000, 40000},
+        {'i', 0, 100},      {'t', 5000, 40000},
+        {'t', 100, 5000},   {'t', 5000, 100}, // fits, yet no try is left
+        {'o', 5000, 4000},  {'t', 40000, 100},
+        {'i', 100, 100}, // nothing of the first time is left
+        {'t', 100, 40000},  {'t', 400, 40000},
+        {'t', 400, 5000},   {'t', 5000, 40000},
         {'i', 5000, 40000}, {'t', 100, 100}, // the first adjustment does not widen the band
-        {'i', 0, 3275},     {'i', 0, 3276},    {'i', 0, 29491},    {'i', 5000, 29492},
+        {'i', 0, 3275},     {'i', 0, 3276},
+        {'i', 0, 29491},    {'i', 5000, 29492},
         {'i', 100, 29491},  {'t', 100, 29491}, // too small, yet not too big
         {'o', 0, 34405},    {'o', 0, 34406}};
     psCacheIterator::m_cacheSizeHook = [](int* bytes) {
@@ -136,6 +139,7 @@ TEST(PsCacheIterator, TwoDimensionsTakeTurns) {
         {{16, 16}, 100, 1000, true, true, {32, 16}},   {{32, 16}, 1000, 100, true, true, {16, 16}},
         {{16, 16}, 1000, 100, true, true, {16, 8}},    {{1, 1}, 1000, 100, true, false, {1, 1}},
         {{0, 8}, 1000, 100, true, false, {0, 8}}, // the other field is nothing
+        {{16, 16}, 0, 1000, false, false, {16, 16}},
     };
     for (auto const& row : rows) {
         SCOPED_TRACE(&row - rows);

@@ -180,7 +180,7 @@ bool psCacheIterator::lowerRatio() {
         m_lowRatio = leastLowRatio;
         return true;
     }
-    m_tryCount = maxTries + 1;
+    m_tryCount = maxTries;
     return false;
 }
 

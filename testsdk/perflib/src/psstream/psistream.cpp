@@ -60,7 +60,6 @@ bool psIStream::setIniFile(psString name, bool writable) {
 void psIStream::deleteIniFile() {
     delete iniFile;
     iniFile = nullptr;
-    saveToIni = false;
 }
 
 psString psIStream::setIniSection(psString section) {

@@ -61,7 +61,7 @@ private:
     psIniFile* iniFile = nullptr;
     psDataList dataList;
     psString iniSection = "Perf System";
-    bool saveToIni = false;
+    bool saveToIni = false; // of iniFile, while there is one
     int itemSource = FromDefault;
 };
 

@@ -53,23 +53,18 @@ Outcome replaceByNeighbour(char const* path, struct stat const& facts, psString 
     bool const alike = fchown(number, facts.st_uid, facts.st_gid) == 0 &&
                        fchmod(number, facts.st_mode & 07777U) == 0;
     bool const written = alike && writeAll(number, text) && fsync(number) == 0;
-    int const reason = errno;
     bool const closed = ::close(number) == 0;
     if (written && closed && std::rename(neighbour.c_str(), path) == 0) {
         return Outcome::Done;
     }
     (void)unlink(neighbour.c_str());
-    errno = reason;
     return alike && !written ? Outcome::Failed : Outcome::Impossible;
 }
 
 // What follows once the room is there fails with the disk alone. Until the new text covers them,
 // the added bytes are zeros, which no reader of ours sees.
-Outcome rewrite(char const* path, struct stat const& facts, psString const& text) {
-    int const number = ::open(path, O_WRONLY | O_CLOEXEC);
-    if (number < 0) {
-        return Outcome::Failed;
-    }
+Outcome rewrite(int number, struct stat const& facts, psString const& text) {
+    (void)fcntl(number, F_SETFL, 0); // it was opened to append
     int reason = text.empty() ? 0 : posix_fallocate(number, 0, text.size());
     if (reason != 0) {
         (void)ftruncate(number, facts.st_size);
@@ -77,7 +72,6 @@ Outcome rewrite(char const* path, struct stat const& facts, psString const& text
                fsync(number) != 0) {
         reason = errno;
     }
-    (void)::close(number);
     errno = reason;
     return reason == 0 ? Outcome::Done : Outcome::Failed;
 }
@@ -105,12 +99,10 @@ bool psReplaceFile(psString const& path, psString const& text) {
         return true;
     }
     char* const target = realpath(path.c_str(), nullptr);
-    Outcome outcome = Outcome::Failed;
-    if (target != nullptr) {
-        outcome = replaceByNeighbour(target, facts, text);
-        if (outcome == Outcome::Impossible) {
-            outcome = rewrite(target, facts, text);
-        }
+    Outcome outcome =
+        target != nullptr ? replaceByNeighbour(target, facts, text) : Outcome::Impossible;
+    if (outcome == Outcome::Impossible) {
+        outcome = rewrite(fileno(present.file), facts, text);
     }
     if (outcome != Outcome::Done) {
         present.tellFailure(path.c_str());
