@@ -15,6 +15,12 @@ TEST(Cpuid, CutsFieldsAtTheirBits) {
     EXPECT_EQ(leaf1.getBit(2, 22), 0U);
 }
 
+TEST(Cpuid, RegistersAreSavedWhereTheSystemTurnedXgetbvOn) {
+    unsigned leaf1[4];
+    zol_get_cpuid(1, 0, leaf1);
+    EXPECT_EQ(zol_get_xcr0() & 1U, leaf1[2] >> 27 & 1U); // x87's, always among them
+}
+
 TEST(Cpuid, LeavesBeyondTheLargestReadAsZeros) {
     ASSERT_TRUE(zol_has_cpuid());
     EXPECT_EQ(CPUID::largestFunction(), __get_cpuid_max(0, nullptr));

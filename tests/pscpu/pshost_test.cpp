@@ -18,7 +18,7 @@ char const brand[48] = "  Norvo(R) Hexa(TM) CPU 1234 @ 2.40GHz";
 
 ZolStatus recordedFeatures(Zol64u* mask, Zol32u registers[4]) {
     unsigned const leaf = registers[0];
-    if (std::memcmp(mask, "mixcadre", 8) != 0 || leaf == failingLeaf) {
+    if (std::memcmp(mask, "mixcadre", 8) != 0 || leaf == failingLeaf || leaf > 0x80000004U) {
         return -1;
     }
     if (leaf == 0x80000000U) {
