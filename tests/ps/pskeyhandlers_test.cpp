@@ -78,7 +78,12 @@ TEST_F(PsKeyHandlers, EffectOfKeys) {
     }
 }
 
-TEST_F(PsKeyHandlers, LibraryKeysNeedTheLibrary) {
+TEST_F(PsKeyHandlers, SomeKeysNeedTheLibraryOrARegistration) {
+    qKeys = 0;
+    EXPECT_EQ(echo({"-q", "-Q"}), "-q: ignored: incorrect option key\n"
+                                  "-Q: ignored: incorrect option key\n");
+    EXPECT_EQ(psRegQKeys(), 1);
+    EXPECT_EQ(echo({"-qn"}), "-qn: write function parameter name lines to n_name.csv\n");
     EXPECT_EQ(echo({"-TAVX", "-N2"}), "-TAVX: ignored: incorrect option key\n"
                                       "-N2: ignored: incorrect option key\n");
     linkLibrary();

@@ -43,3 +43,13 @@ TEST_F(PsParseCommand, FatalLinesComeLast) {
     EXPECT_TRUE(accepted);
     EXPECT_TRUE(g_istrm.hasIniFile());
 }
+
+TEST_F(PsParseCommand, ASecondLineStartsAnew) {
+    parse({"-A", "-B", "-s-", "-q", "-Q", "-e", "-i", "-@none"});
+    EXPECT_FALSE(accepted);
+    std::vector<char*> words{program.data()};
+    shown([&] { accepted = session->parseCommandLine(1, words.data()); });
+    EXPECT_TRUE(accepted && session->m_askMode == 3 && !session->m_batchMode);
+    EXPECT_TRUE(!session->m_noSort && session->m_enumMode == psSession::noEnumeration);
+    EXPECT_TRUE(psRunMode::m_nameMode == 0 && !psRunMode::m_nameExit && session->m_iniName.empty());
+}

@@ -41,11 +41,6 @@ psSession::~psSession() {
 
 void psSession::initSession() {
     m_conditions = new psConditions;
-    m_askMode = 0;
-    m_batchMode = false;
-    m_noSort = false;
-    m_enumMode = noEnumeration;
-    m_levelMode = MSG_ERR;
     psInitKeyTable(*this);
 }
 

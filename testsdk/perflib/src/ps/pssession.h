@@ -30,27 +30,29 @@ public:
     psSession(psSession const&) = delete;
     psSession& operator=(psSession const&) = delete;
     virtual ~psSession();
-    virtual void initSession();
-    virtual int run(int argc, char** argv);
+    virtual void initSession();             // conditions and the table of keys
+    virtual int run(int argc, char** argv); // all steps; 1 if a test failed
+    // Titles of the table's columns. Where its own tests write others, a suite's session does, too.
     virtual void funcTitleToCStream();
     virtual void parmsTitleToCStream();
     virtual void resultTitleToCStream();
     virtual void putTableTitle();
     virtual void putTableTitleLine();
-    virtual bool startSession() { return true; }
+    virtual bool startSession() { return true; } // behind the keys; false ends the run
     // Once the library has started: what else is measured. False, told: nothing can be.
     virtual bool startComparison() { return true; }
-    virtual void updateOptions();
+    virtual void updateOptions();                         // what follows from all keys together
     virtual bool parseCommandLine(int argc, char** argv); // false, told, on a fatal error
-    virtual void listTests(int mode);
+    virtual void listTests(int mode);                     // a form of m_enumMode
+    // Help by s_hintArg and s_hintHide: all keys in short, all with their texts, or one.
     virtual void hint(char which, bool hide);
     virtual void hint_quick(bool hide);
     virtual void hint_full(bool hide);
     virtual void hint_descr(char which);
     virtual void outputHeader();
     virtual void outputFooter();
-    virtual void outputSignal(); // puts the signal file's text together, for endOutput
-    virtual void readCommonData();
+    virtual void outputSignal();   // puts the signal file's text together, for endOutput
+    virtual void readCommonData(); // the whole dialogue
 
     // Keys.
     void initOption(char key, psString quick, psString (*info)(psString),
@@ -103,7 +105,7 @@ public:
     psList<psOption*> m_options; // in the order of registration
     int m_askMode = 0;
     bool m_batchMode = false;
-    OutputLevel m_levelMode = 1; // reaches g_ostrm when the common data are read
+    OutputLevel m_levelMode = MSG_ERR; // reaches g_ostrm when the common data are read
     bool m_noSort = false;
     int m_enumMode = noEnumeration; // else -1, 0 or 1, the form of the list
     bool m_unopened = false;
