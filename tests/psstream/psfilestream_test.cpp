@@ -28,6 +28,23 @@ TEST_F(PsFileStream, TellsEachKindOfFailureToOpen) {
                              start + "neither: \n");
 }
 
+TEST_F(PsFileStream, HooksPlaceNamesThatAreNotRaw) {
+    auto* const oldIn = io_stream::inPathHook;
+    auto* const oldOut = io_stream::outPathHook;
+    io_stream::inPathHook = [](psString name) { return psString("no/in/") + name; };
+    io_stream::outPathHook = [](psString name) { return psString("no/out/") + name; };
+    for (int const mode : {1, 2, 3, 6, 258}) {
+        EXPECT_FALSE(io_stream("/no/x", mode, true).isOpen());
+    }
+    io_stream::inPathHook = oldIn;
+    io_stream::outPathHook = oldOut;
+    EXPECT_EQ(console(), "-- Can't open file no/in//no/x to read: \n"
+                         "-- Can't open file no/out//no/x to write: \n"
+                         "-- Can't open file no/in//no/x to read: \n"
+                         "-- Can't open file no/out//no/x to write: \n"
+                         "-- Can't open file /no/x to write: \n");
+}
+
 TEST_F(PsFileStream, ReadsLinesOfAnyLengthWithoutZeroBytes) {
     std::vector<std::string> wanted;
     std::string text;
@@ -50,6 +67,12 @@ TEST_F(PsFileStream, ReadsLinesOfAnyLengthWithoutZeroBytes) {
 }
 
 TEST_F(PsFileStream, TellsAFailedWriteOnce) {
+    testing::internal::CaptureStderr();
+    o_stream nameless(std::fopen("/dev/full", "w"));
+    nameless << "text";
+    nameless.flush();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "-- Can't write to a file: No space left on device\n");
     for (std::size_t size : {10U, 100000U}) { // shown by the flush, or by the write itself
         SCOPED_TRACE(size);
         testing::internal::CaptureStderr();

@@ -121,9 +121,7 @@ io_stream::io_stream(psString const& name, int mode, bool report) : file(nullptr
 }
 
 io_stream::io_stream(FILE* opened)
-    : file(opened), fileName(opened == stdin    ? "standard input"
-                             : opened == stdout ? "standard output"
-                                                : "a file") {}
+    : file(opened), fileName(opened == stdout ? "standard output" : "a file") {}
 
 io_stream::~io_stream() { closeFile(); }
 
@@ -183,10 +181,8 @@ bool i_stream::getline(psString& line) {
         if (std::fgets(chunk, sizeof chunk, file) == nullptr) {
             return !line.empty();
         }
-        int count = full;
-        while (chunk[count] != 0) {
-            --count;
-        }
+        auto const* const end = static_cast<char*>(memrchr(chunk, '\0', sizeof chunk));
+        int const count = static_cast<int>(end - chunk);
         bool const ended = count > 0 && chunk[count - 1] == '\n';
         int const kept = keepText(chunk, count);
         line += chunk;
