@@ -25,7 +25,10 @@ TEST_F(PsCStream, PutsADashIntoEmptyColumns) {
     table << "a";
     table.lineOut(2);
     table << "\n";
-    EXPECT_EQ(rows(), "x,-,-\nx\na,-,7\na,-\n\n");
+    table.setColm(0, "out of turn");
+    table.nextColm = 1;
+    table << "\n";
+    EXPECT_EQ(rows(), "x,-,-\nx\na,-,7\na,-\n\nout of turn\n");
     EXPECT_FALSE(table.identicalLinesStop()); // nobody watches
 }
 
@@ -39,6 +42,7 @@ TEST_F(PsCStream, DropsColumnsBeyondTheLast) {
     psString cell;
     EXPECT_FALSE(table.getColm(32, cell) || table.getColm(-1, cell));
     EXPECT_TRUE(table.getColm(31, cell) && cell == "31");
+    EXPECT_TRUE(table.getColm(0, cell) && cell == "0");
     table.lineOut(34);
     EXPECT_EQ(rows(), wanted + "\n");
 }

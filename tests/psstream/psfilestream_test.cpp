@@ -2,6 +2,9 @@
 #include "psstream/psfilestream.h"
 
 #include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <stdio_ext.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
@@ -67,12 +70,15 @@ TEST_F(PsFileStream, ReadsLinesOfAnyLengthWithoutZeroBytes) {
 }
 
 TEST_F(PsFileStream, TellsAFailedWriteOnce) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    ::close(ends[0]);
+    o_stream nameless(fdopen(ends[1], "w"));
     testing::internal::CaptureStderr();
-    o_stream nameless(std::fopen("/dev/full", "w"));
     nameless << "text";
     nameless.flush();
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "-- Can't write to a file: No space left on device\n");
+    nameless.close();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "-- Can't write to a file: Broken pipe\n");
     for (std::size_t size : {10U, 100000U}) { // shown by the flush, or by the write itself
         SCOPED_TRACE(size);
         testing::internal::CaptureStderr();
@@ -88,6 +94,34 @@ TEST_F(PsFileStream, TellsAFailedWriteOnce) {
         EXPECT_EQ(testing::internal::GetCapturedStderr(),
                   "-- Can't write to /dev/full: No space left on device\n");
     }
+}
+
+TEST_F(PsFileStream, StandardStreamsAreLetGoAndStandInForNoFile) {
+    for (FILE* const standard : {stdin, stdout, stderr}) {
+        int const number = fileno(standard);
+        o_stream stream(standard);
+        stream.close();
+        EXPECT_TRUE(!stream.isOpen() && fcntl(number, F_GETFD) >= 0);
+    }
+    testing::internal::CaptureStdout();
+    o_stream(static_cast<FILE*>(nullptr)).write("text");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "text");
+}
+
+// In a process that begins with all three closed: 0 is opened to write, the others to read, and
+// lines of standard output leave at once.
+TEST_F(PsFileStream, ClosedStandardStreamsAreLentToNoFile) {
+    if (std::getenv("BEGUN_CLOSED") != nullptr) {
+        int modes = __flbf(stdout) != 0 ? 1 : 0;
+        for (int number = 0; number < 3; ++number) {
+            modes = modes * 4 + (fcntl(number, F_GETFL) & O_ACCMODE);
+        }
+        std::_Exit(modes);
+    }
+    int const status = std::system(("BEGUN_CLOSED=1 /proc/" + std::to_string(getpid()) +
+                                    "/exe --gtest_filter=*Closed* <&- >&- 2>&-")
+                                       .c_str());
+    EXPECT_EQ(WEXITSTATUS(status), 64 + 16 * O_WRONLY + 4 * O_RDONLY + O_RDONLY);
 }
 
 TEST_F(PsFileStream, WritesToNoFileThatAnotherProcessWritesTo) {

@@ -9,7 +9,10 @@ class PsIStream : public StreamFixture {
 protected:
     void answers(std::string const& text) {
         fill("answers", text);
-        input.setIStream(new i_stream(path("answers").c_str(), 257, true));
+        auto* const in = new i_stream(path("answers").c_str(), 257, true);
+        input.setIStream(&c_in); // never deleted, nor one that is set again
+        input.setIStream(in);
+        input.setIStream(in);
     }
 
     // Value and source of an item, with the default "def".
@@ -53,6 +56,12 @@ TEST_F(PsIStream, IniFileStandsWhereTheHookSaysUntilItIsDeleted) {
     EXPECT_FALSE(input.savesToIni() || input.hasIniFile());
     input.setIniFile(path("ini").c_str(), false);
     EXPECT_FALSE(input.savesToIni());
+    {
+        psIStream ended;
+        ended.setIniFile(path("ended").c_str(), true);
+        ended.getItemValue("k", "1", "", "");
+    }
+    EXPECT_EQ(content(path("ended")), "\n[Perf System]\nk=1\n");
 }
 
 TEST(PsDataList, KeepsTheLastOfEqualKeysAtTheEnd) {
