@@ -49,4 +49,9 @@ TEST(PsMapDefault, NamesAreAbbreviatedInAnyCaseFirstEntryWins) {
     expectValues(map, {{"m", 1}, {"MED", 2}, {"aut", 0}, {"Mean", 1}, {"", 0}, {"Mean", 1}});
     EXPECT_THROW(map.translate("Manual"), psException);
     EXPECT_STREQ(map.valueString().c_str(), "Mean");
+    EXPECT_TRUE(map.firstValue());
+    map.m_toRead = false;
+    map.m_flags = psParameter::textInQuotes;
+    map.init(0, "Again");
+    EXPECT_TRUE(map.m_toRead && map.m_flags == 0 && map.nextValue() && map.value() == 0);
 }

@@ -110,6 +110,11 @@ TEST_F(PsParameter, TableColumns) {
     EXPECT_EQ(rows.text(), "5,-,four, \"6\"\nFixed,-,Old,Quoted\n");
     EXPECT_TRUE(old.isDeprecatedParm() && !plain.isDeprecatedParm());
     EXPECT_FALSE(old.setDeprecatedFlag(false) || plain.setDeprecatedFlag(true));
+    EXPECT_TRUE(old.setDeprecatedFlag(true));
+    old.init(4, "Old");
+    old.toCStream(table);
+    table.lineOut(0);
+    EXPECT_TRUE(rows.text().ends_with("\n4\n"));
     old.translate("5");
     EXPECT_FALSE(old.setDeprecatedFlag(true));
 }
