@@ -29,6 +29,11 @@ TEST(PsCpuTicker, SamplesAreAddedInSinglePrecision) {
     EXPECT_EQ(cpuFreqFromSamples(2'499'000'000ULL, 2'499'900'000ULL), 2499); // cut, not rounded
     EXPECT_EQ(cpuFreqFromSamples(2'600'000'000ULL, 2'599'999'900ULL), 2600); // not so in double
     EXPECT_EQ(cpuFreqFromSamples(0, 0), 0);
+    EXPECT_EQ(GETrdtscMultiplier(), 1);
+    for (int const multiplier : {3, 1}) { // kept, and no more
+        EXPECT_EQ(SETrdtscMultiplier(multiplier), multiplier);
+        EXPECT_EQ(GETrdtscMultiplier(), multiplier);
+    }
     EXPECT_EQ(cpuFreqFromSamples(ULLONG_MAX, ULLONG_MAX), INT_MAX);
 }
 

@@ -2,6 +2,7 @@
 #include "pscpu/pshost.h"
 
 #include <cstring>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <string>
 
@@ -78,6 +79,15 @@ TEST_F(PsHost, TheBrandComesThroughTheLibrary) {
     EXPECT_EQ(cpuInfo().c_str(), line("Unknown CPU"));
     zol_GetCpuFeatures = nullptr;
     EXPECT_EQ(cpuInfo().c_str(), line("Unknown CPU"));
+}
+
+TEST_F(PsHost, SystemAndHostAsTheKernelNamesThem) {
+    std::string name;
+    std::ifstream("/proc/sys/kernel/hostname") >> name;
+    EXPECT_EQ(host.name(), name);
+    std::string release;
+    std::ifstream("/proc/sys/kernel/osrelease") >> release;
+    EXPECT_EQ(os.text(), "Linux (" + release + ", x86_64)");
 }
 
 TEST_F(PsHost, TheCacheIsTheProcessorsOwnWhereTheLibraryKnowsNone) {

@@ -19,7 +19,10 @@ TEST(PsZolEntry, ReplacementsFillOnlyWhatIsMissing) {
     Zol64u mask = 0;
     EXPECT_EQ(zol_GetCpuFeatures(&mask, nullptr), -2);
     EXPECT_EQ(zol_SetCpuFeatures(1) + zol_SetNumThreads(1) + zol_GetNumThreads(nullptr), -6);
-    EXPECT_STREQ(zol_GetStatusString(7), "Warning");
+    EXPECT_STREQ(zol_GetStatusString(1), "Warning");
+    EXPECT_STREQ(zol_GetStatusString(-1), "Error");
+    EXPECT_STREQ(zol_GetStatusString(0), "OK");
+    EXPECT_EQ(zol_GetEnabledCpuFeatures(), 0U);
     int wanted = -1;
     ZolStatus const status = makersCacheBytes(readCpuid, &wanted);
     for (int call = 0; call < 2; ++call) { // computed, then kept
