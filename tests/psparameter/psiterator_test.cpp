@@ -54,6 +54,8 @@ TEST(PsIterator, ListsAndTheirRefusals) {
     sizes.translate("64x32; 8 x 4");
     EXPECT_STREQ(sizes.defaultString().c_str(), "64x32; 8x4");
     EXPECT_EQ(refusal(sizes, "64x32; 16"), "Invalid value of S = 16");
+    EXPECT_TRUE(sizes.firstValue() && sizes.nextValue() && !sizes.nextValue());
+    EXPECT_STREQ(sizes.valueString().c_str(), "0x0");
     list.firstValue();
     list.reset();
     EXPECT_FALSE(list.nextValue());
@@ -119,6 +121,7 @@ TEST(PsStepIterator, RefusalsLeaveTheDefinition) {
         {"1; 2; q", "Invalid value of S = q"},
     };
     psStepIterator<int> step;
+    EXPECT_THROW(step.init("S", 16, 2, 2, StepMul), psException);
     step.init(2, 16, 2, StepMul, "S");
     for (auto const& [text, wanted] : rows) {
         SCOPED_TRACE(text);
