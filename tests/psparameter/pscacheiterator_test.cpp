@@ -58,11 +58,13 @@ TEST(PsCacheIterator, TrialsOfBothPlacements) {
         bool more = trial.step == 't' ? iterator.repeatValue() : iterator.firstValue();
         more = more && (trial.step != 'o' || iterator.nextValue());
         object.size = trial.object;
-        void* const block = psMalloc(trial.block, 0, 0, MEM_OBJECT_IS_BUFFER);
+        void* const block = psMalloc(trial.block - 1, 0, 0, MEM_OBJECT_IS_BUFFER);
+        void* const another = psMalloc(1, 0, 0, MEM_OBJECT_IS_BUFFER);
         g_ostrm << "object " << trial.object << " block " << trial.block << " "
                 << iterator.getComment() << (more ? "\n" : " no more\n");
         g_ostrm << (iterator.validateSize() ? "  fits\n" : "");
         psFree(block);
+        psFree(another);
         g_ostrm.setOutLevel(MSG_ERR);
         iterator.outputInfo(); // what was not shown as it happened
         g_ostrm.setOutLevel(MSG_ERR | MSG_PERF);
