@@ -100,6 +100,13 @@ private:
     std::vector<std::vector<long>> m_rowOf;                      // by pass and point: 0 is none
 };
 
+// Whatever it separates columns with.
+bool beginsTitle(std::string_view text) {
+    std::size_t const end = titles[0].size();
+    return text.starts_with(titles[0]) &&
+           (text.size() == end || std::isalnum(static_cast<unsigned char>(text[end])) == 0);
+}
+
 void Reader::read(std::string_view text) {
     if (text.empty()) {
         throw Failure(m_name + ": the file is empty");
@@ -135,12 +142,8 @@ void Reader::read(std::string_view text) {
 }
 
 void Reader::line(std::string_view text) {
-    std::string_view const behindPass = text.substr(text.starts_with("Pass,") ? 5 : 0);
-    std::size_t const end = titles[0].size();
-    if (behindPass.starts_with(titles[0]) &&
-        (behindPass.size() == end ||
-         std::isalnum(static_cast<unsigned char>(behindPass[end])) == 0)) {
-        return title(text); // whatever it separates columns with
+    if (beginsTitle(text.substr(text.starts_with("Pass,") ? 5 : 0))) {
+        return title(text);
     }
     // Functions may be named so, too; their rows have all the columns.
     bool const beginsPass =
@@ -272,6 +275,9 @@ void Reader::row(std::string_view text) {
     } else {
         if (m_cells[baseColumn].empty() || m_cells[baseColumn] == "-") {
             fail("a row without function");
+        }
+        if (beginsTitle(columns)) { // as which it would be read when the passes are one table
+            fail("a title among the rows");
         }
         Point const point{std::string(m_cells[baseColumn]),
                           std::string(m_cells[typeColumn]),
