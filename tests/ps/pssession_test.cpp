@@ -83,7 +83,9 @@ TEST_F(PsSession, EndsBeforeTheTests) {
     registerProbes();
     writeFile("perf.end", "old");
     std::filesystem::create_hard_link("perf.end", "kept");
+    linkLibrary();
     EXPECT_EQ(run({"-B", "-g"}, std::make_unique<Refusing>()),
+              "\nZOL Core library functions have been integrated into PS\n"
               "Command line options: \n"
               "-B: batch mode\n"
               "-g: create file perf.end at the end of PS work\n");
