@@ -1,6 +1,7 @@
 // psautotiming_test.cpp - the branches of the Auto method, over scripted readings.
 #include "pstool/pstool.h"
 
+#include <climits>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <string>
@@ -51,6 +52,9 @@ TEST_F(PsAutoTiming, EveryBranchAsksForItsLoopCounts) {
          {1, 4, 4, 4, 16, 16, 16}, 1, 10000, "nLps=16"},
         {1, 16, 10000, {{10000}, {80000}, {80000}, {320000}, {160000}, {160000}},
          {1, 4, 8, 16, 16, 16}, 2, 10000, "nLps=16 acc=50.0%"},
+        // Counts beyond 32 bits wrap below 0 and are tried once more, times ten.
+        {1 << 29, INT_MAX, 0, {{1 << 29}, {1 << 20}, {40}},
+         {1 << 29, INT_MIN, -10}, 2, -4, "nLps=-10 acc=100.0%"},
     };
     // clang-format on
     for (auto const& row : cases) {

@@ -3,7 +3,9 @@
 #include "pstool/pstool.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <gtest/gtest.h>
+#include <set>
 #include <string>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -126,6 +128,22 @@ TEST_F(PsTool, ASingleMeasurementWithoutClocksIsTakenOnceMore) {
         EXPECT_EQ(ticks, row.ticks);
         EXPECT_EQ(tool.m_result, row.result);
     }
+}
+
+TEST_F(PsTool, EveryReadingHasItsStackAtTheSamePlaceOfAPage) {
+    static std::set<std::uintptr_t> places;
+    tool.m_funcLoop = [](int, long long* clocks) {
+        places.insert(reinterpret_cast<std::uintptr_t>(__builtin_frame_address(0)) % 4096);
+        *clocks = 1;
+        return psResult{psResOk};
+    };
+    for (std::size_t depth = 16; depth < 4096; depth += 400) {
+        void* const volatile moved = __builtin_alloca(depth);
+        static_cast<void>(moved);
+        double ticks;
+        tool.runTimFunc(1, &ticks, true);
+    }
+    EXPECT_EQ(places.size(), 1U);
 }
 
 TEST_F(PsTool, TheMethodsKeepWhatTheyWereGiven) {

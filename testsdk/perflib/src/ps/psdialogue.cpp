@@ -9,7 +9,6 @@
 
 namespace {
 
-constexpr int numCallsDefault = 3;
 constexpr int frameWidth = 78; // column of the closing star
 
 // Connects the console for the next reads, under a title, or disconnects it.
@@ -43,14 +42,14 @@ int readMethod(int defaultMethod) {
 
 // The parameters of the method, with the preset's values as defaults if it chose that very method.
 void readManual(psTool const& preset) {
-    int loops = 10;
+    int loops = psTool::defaultLoops;
     preset.getMethodLoop(loops);
     g_tool.setMethodLoop(readNumber("NumLoops", loops));
 }
 
 void readStatistic(psTool const& preset) {
-    int calls = numCallsDefault;
-    long long clocks = 10000;
+    int calls = psTool::offeredCalls;
+    long long clocks = psTool::defaultMaxClocks;
     preset.getMethodStat(calls, clocks);
     calls = readNumber("NumCalls", calls);
     g_tool.setMethodStat(calls, readClocks("TotalCpuClocks", clocks));

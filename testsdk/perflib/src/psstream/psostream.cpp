@@ -16,7 +16,7 @@ void psOStream::restoreMsgLevel() {
 }
 
 bool psOStream::beginMessage(MessageLevel level) {
-    if (outLevel < level) {
+    if (!admits(level)) {
         return false;
     }
     setMsgLevel(level);

@@ -35,9 +35,10 @@ public:
     void setMsgLevel(MessageLevel level); // saves the present level
     void restoreMsgLevel();               // 1 when no level was saved
 
-    // True, with the level set, unless outLevel is numerically less than level. This is another
-    // test than the bit test of the output operator, on purpose.
-    bool beginMessage(MessageLevel level);
+    // Whether outLevel is numerically not less than level. This is another test than the bit test
+    // of the output operator, on purpose.
+    bool admits(MessageLevel level) const { return outLevel >= level; }
+    bool beginMessage(MessageLevel level); // sets the level where it is admitted, and answers that
     void endMessage();
     void endMessageFlush();
 

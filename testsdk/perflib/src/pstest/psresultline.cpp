@@ -6,8 +6,8 @@
 #include <cstdio>
 
 #include "pscpu/pscputicker.h"
+#include "psstream/pstraced.h"
 #include "pstest/psrunmode.h"
-#include "pstest/pstraced.h"
 
 namespace {
 

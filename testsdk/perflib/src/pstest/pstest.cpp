@@ -3,9 +3,9 @@
 #include "pstest/pstest.h"
 
 #include "psmemory/psmemory.h"
+#include "psstream/pstraced.h"
 #include "pstest/psconditions.h"
 #include "pstest/psrunmode.h"
-#include "pstest/pstraced.h"
 #include "pstool/psctrl.h"
 
 namespace {

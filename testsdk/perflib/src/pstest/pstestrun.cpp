@@ -6,9 +6,9 @@
 
 #include "psbase/psexception.h"
 #include "psbase/tssignal.h"
+#include "psstream/pstraced.h"
 #include "pstest/psreport.h"
 #include "pstest/psrunmode.h"
-#include "pstest/pstraced.h"
 #include "pstool/pspriority.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include <cmath>
 
 #include "psstream/psostream.h"
-#include "psstream/pstrace.h"
+#include "psstream/pstraced.h"
 #include "pstool/psctrl.h"
 
 namespace {
@@ -25,7 +25,7 @@ psString story;
 // One line of the story, put together only if someone will see it.
 template <typename T>
 void tell(char const* label, T const& value) {
-    if (g_ostrm.getOutLevel() >= MSG_INFO) {
+    if (g_ostrm.admits(MSG_INFO)) {
         story << label << value << "\n";
     }
 }
@@ -146,26 +146,18 @@ psResult psTool::priorMeasurement(int loops, int& maxLoops, long long minClocks)
     }
 }
 
+// From four times the count on it is raised until two readings agree, and the last one is settled;
+// where it does not settle, from four times that count on again, up to the maximum.
 psResult psTool::iterationMeasurement(int maxLoops) {
     int next = timesLoops(m_curLoops, iterationStep);
     while (maxLoops > m_curLoops) {
-        tellLine("    Iteration Measurement: ");
-        tell("        startLoops = ", next);
-        tell("        maxLoops   = ", maxLoops);
-        writeInfo(story);
-        psResult const result = continueIterations(next, maxLoops);
-        tell("        stopLoops  = ", m_curLoops);
-        tell("        stopClocks = ", m_numClocks);
-        tell("        accuracy   = ", getAccuracyStr(m_actualAccuracy));
-        tell("        funcClocks = ", m_funcTicks);
-        tell("        result     = ", resultText(result));
-        writeInfo(story);
-
+        psResult const result = raiseLoops(next, maxLoops);
         if (result == psResAccurFail) {
-            if (next >= psCpuTicker::getClockFactor()) {
+            if (next > 0) { // a reading without clocks
                 return result;
             }
-            next = timesLoops(next, zeroReadingFactor); // only a count that has dropped to 0
+            // Only where the multiplication has wrapped, from 536870912 loops on.
+            next = timesLoops(next, zeroReadingFactor);
             maxLoops = timesLoops(maxLoops, zeroReadingFactor);
             continue;
         }
@@ -173,17 +165,37 @@ psResult psTool::iterationMeasurement(int maxLoops) {
             avoidBadStatus();
             break;
         }
-        if (m_actualAccuracy <= earlyAccuracy) {
-            break;
-        }
-        tellLine("    Simple Measurements: ");
-        writeInfo(story);
-        if (repeatTiming(m_curLoops, simpleMeasurements) != psResAccurWrn) {
+        if (isSettled()) {
             break;
         }
         next = timesLoops(m_curLoops, iterationStep);
     }
     return psResOk;
+}
+
+psResult psTool::raiseLoops(int startLoops, int maxLoops) {
+    tellLine("    Iteration Measurement: ");
+    tell("        startLoops = ", startLoops);
+    tell("        maxLoops   = ", maxLoops);
+    writeInfo(story);
+    psResult const result = continueIterations(startLoops, maxLoops);
+    tell("        stopLoops  = ", m_curLoops);
+    tell("        stopClocks = ", m_numClocks);
+    tell("        accuracy   = ", getAccuracyStr(m_actualAccuracy));
+    tell("        funcClocks = ", m_funcTicks);
+    tell("        result     = ", resultText(result));
+    writeInfo(story);
+    return result;
+}
+
+// The two last readings are near each other, or a few more at their count are.
+bool psTool::isSettled() {
+    if (m_actualAccuracy <= earlyAccuracy) {
+        return true;
+    }
+    tellLine("    Simple Measurements: ");
+    writeInfo(story);
+    return repeatTiming(m_curLoops, simpleMeasurements) != psResAccurWrn;
 }
 
 // More loops raised a flag, and the count is back at the last good one: see if it stays good.
@@ -285,7 +297,5 @@ psResult psTool::repeatTiming(int loops, int count) {
 }
 
 void psTool::runTraced(double* funcClocks) {
-    g_trace.traceIn("runTimFunc");
-    runTimFunc(m_curLoops, funcClocks, false);
-    g_trace.traceOut("runTimFunc");
+    traced("runTimFunc", [=, this] { runTimFunc(m_curLoops, funcClocks, false); });
 }

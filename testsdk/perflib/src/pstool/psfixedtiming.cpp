@@ -3,7 +3,7 @@
 #include "pstool/pstool.h"
 
 #include "psstream/psostream.h"
-#include "psstream/pstrace.h"
+#include "psstream/pstraced.h"
 #include "pstool/pspriority.h"
 
 void psTool::customLoopTiming() {
@@ -12,9 +12,7 @@ void psTool::customLoopTiming() {
                 << "        numLoops   = " << m_numLoops << "\n";
         g_ostrm.endMessage();
     }
-    g_trace.traceIn("runTimFunc");
-    runTimFunc(m_numLoops, &m_funcTicks, true);
-    g_trace.traceOut("runTimFunc");
+    traced("runTimFunc", [this] { runTimFunc(m_numLoops, &m_funcTicks, true); });
     m_actualAccuracy = 0.0; // not judged, so never a reason to warn
     m_comment << "nLps=" << m_numLoops;
     if (g_ostrm.beginMessage(MSG_INFO)) {
@@ -32,9 +30,7 @@ void psTool::statisticTiming() {
         g_ostrm.endMessage();
     }
     int calls = m_minCalls;
-    g_trace.traceIn("runTimFuncStat");
-    runTimFuncStat(m_maxClocks, &calls, &m_funcTicks);
-    g_trace.traceOut("runTimFuncStat");
+    traced("runTimFuncStat", [&] { runTimFuncStat(m_maxClocks, &calls, &m_funcTicks); });
     m_actualAccuracy = 0.0;
     m_comment << "nCalls=" << calls;
     if (g_ostrm.beginMessage(MSG_INFO)) {
@@ -56,10 +52,10 @@ void psTool::runTimFuncStat(long long clocks, int* calls, double* funcClocks) {
     } else {
         ctrlStart();
         psSetPriority(m_priority);
-        g_trace.traceIn("zolFunctionCalls");
-        result = m_funcStat != nullptr ? m_funcStat(calls, &clocks)
-                                       : timCall_Stat(calls, &clocks, false);
-        g_trace.traceOut("zolFunctionCalls");
+        result = traced("zolFunctionCalls", [&] {
+            return m_funcStat != nullptr ? m_funcStat(calls, &clocks)
+                                         : timCall_Stat(calls, &clocks, false);
+        });
         psResetPriority();
         ctrlStop();
     }

@@ -6,7 +6,7 @@
 #include <cmath>
 
 #include "psstream/psostream.h"
-#include "psstream/pstrace.h"
+#include "psstream/pstraced.h"
 
 namespace {
 
@@ -24,9 +24,7 @@ bool psTool::readSeries(int loops, int pairs) {
         return false;
     }
     double lastReading;
-    g_trace.traceIn("runTimFunc");
-    runTimFunc(loops, &lastReading, true);
-    g_trace.traceOut("runTimFunc");
+    traced("runTimFunc", [&] { runTimFunc(loops, &lastReading, true); });
     g_pairing.endSeries();
     return !g_pairing.lost();
 }

@@ -9,7 +9,7 @@
 
 #include "psmemory/psmemory.h"
 #include "psstream/psostream.h"
-#include "psstream/pstrace.h"
+#include "psstream/pstraced.h"
 #include "pstool/psctrl.h"
 #include "pstool/pspriority.h"
 
@@ -22,10 +22,6 @@ int psTool::m_priority = 0;
 psResult (*psTool::m_pCheckStatus)(int) = nullptr;
 
 namespace {
-
-constexpr int autoStartLoops = 1;
-constexpr int autoMaxLoops = 2048;
-constexpr long long autoMinClocks = 10000;
 
 // A fault of the harness itself, by the place that found it.
 psResult internalError(int line) {
@@ -45,6 +41,19 @@ psResult _funcLoop(int loops, long long* clocks) {
 
 psResult checkedStatus(int status) {
     return psTool::m_pCheckStatus != nullptr ? psTool::m_pCheckStatus(status) : psResOk;
+}
+
+// The system begins the stack of each process somewhere else in a page, and some functions that
+// keep values on the stack read by a fifth more or less for that. Here the reading is taken at one
+// place of a page. The filling lives as long as this frame, which is why the reading is a call from
+// here, and why this must stay a frame of its own.
+template <typename Reading>
+[[gnu::noinline]] void atStackPlace(Reading takeReading) {
+    constexpr uintptr_t pageSize = 4096;
+    auto const frame = reinterpret_cast<uintptr_t>(__builtin_frame_address(0));
+    void* const filling = __builtin_alloca(frame % pageSize);
+    asm volatile("" : : "r"(filling)); // nobody uses it, and the compiler would leave it out
+    takeReading();
 }
 
 } // namespace
@@ -101,8 +110,8 @@ bool psTool::getMethodBest(int& start, int& max, long long& minClocks) const {
 }
 
 void psTool::getAutoParameters(int& start, int& max, long long& minClocks) {
-    start = autoStartLoops;
-    max = autoMaxLoops;
+    start = defaultStartLoops;
+    max = defaultMaxLoops;
     minClocks = autoMinClocks;
 }
 
@@ -112,8 +121,8 @@ void psTool::setLoopFactor(int factor) {
         m_factorMax = 0;
         return;
     }
-    unsigned const start = autoStartLoops;
-    unsigned const max = autoMaxLoops;
+    unsigned const start = defaultStartLoops;
+    unsigned const max = defaultMaxLoops;
     unsigned const up = (0U - static_cast<unsigned>(factor)) % 32U;
     unsigned const down = static_cast<unsigned>(factor) % 32U;
     m_factorStart = static_cast<int>(factor < 0 ? start << up : start >> down);
@@ -150,55 +159,52 @@ psResult psTool::timing(psFuncLoop funcLoop, psFuncStat funcStat, psFuncCall fun
     m_funcStat = funcStat;
     m_funcCall = funcCall;
     m_funcInit = funcInit;
+    leaveUnservedMethod();
+    runMethod();
+    return m_result;
+}
 
+void psTool::leaveUnservedMethod() {
+    if (m_funcCall != nullptr) {
+        return;
+    }
+    if (m_method == Loop && m_funcLoop == nullptr) {
+        g_ostrm << MSG_ERR
+                << " ATTENTION! The test cannot execute Manual loop timing.\n"
+                   " Statistic timing will be run instead.\n"
+                << MSG_RESTORE;
+        setMethodStat(m_numLoops, 0);
+    } else if (m_method == Stat && m_funcStat == nullptr) {
+        g_ostrm << MSG_ERR
+                << " ATTENTION! The test cannot execute Statistic timing.\n"
+                   " Manual loop timing will be run instead.\n"
+                << MSG_RESTORE;
+        setMethodLoop(m_minCalls);
+    }
+}
+
+void psTool::runMethod() {
     switch (m_method) {
     case Loop:
-        if (funcLoop == nullptr && funcCall == nullptr) {
-            g_ostrm << MSG_ERR
-                    << " ATTENTION! The test cannot execute Manual loop timing.\n"
-                       " Statistic timing will be run instead.\n"
-                    << MSG_RESTORE;
-            setMethodStat(m_numLoops, 0);
-            return timing(funcLoop, funcStat, funcCall, funcInit);
-        }
-        g_trace.traceIn("customLoopTiming");
-        customLoopTiming();
-        g_trace.traceOut("customLoopTiming");
+        traced("customLoopTiming", [this] { customLoopTiming(); });
         break;
     case Stat:
-        if (funcStat == nullptr && funcCall == nullptr) {
-            g_ostrm << MSG_ERR
-                    << " ATTENTION! The test cannot execute Statistic timing.\n"
-                       " Manual loop timing will be run instead.\n"
-                    << MSG_RESTORE;
-            setMethodLoop(m_minCalls);
-            return timing(funcLoop, funcStat, funcCall, funcInit);
-        }
-        g_trace.traceIn("statisticTiming");
-        statisticTiming();
-        g_trace.traceOut("statisticTiming");
+        traced("statisticTiming", [this] { statisticTiming(); });
         break;
     case Best:
-        g_trace.traceIn("iterativeTiming");
-        bestTiming(m_startLoops, m_maxLoops, m_minClocks);
-        g_trace.traceOut("iterativeTiming");
+        traced("iterativeTiming", [this] { bestTiming(m_startLoops, m_maxLoops, m_minClocks); });
         break;
     case Auto:
-        if (g_pairing.ready() && funcLoop == _funcLoop) {
-            g_trace.traceIn("pairedTiming");
-            pairedTiming();
-            g_trace.traceOut("pairedTiming");
-            break;
+        if (g_pairing.ready() && m_funcLoop == _funcLoop) {
+            traced("pairedTiming", [this] { pairedTiming(); });
+        } else {
+            traced("autoTiming", [this] { autoLoopTiming(); });
         }
-        g_trace.traceIn("autoTiming");
-        autoLoopTiming();
-        g_trace.traceOut("autoTiming");
         break;
     default:
         m_result = internalError(811);
         break;
     }
-    return m_result;
 }
 
 psResult psTool::timing(psFuncOld funcOld) {
@@ -216,21 +222,18 @@ void psTool::takeTurns(psFuncOld funcOld, int loops) {
 }
 
 void psTool::runTimFunc(int loops, double* funcClocks, bool forceLoop) {
-    // The system begins the stack of each process somewhere else in a page, and some functions that
-    // keep values on the stack read by a fifth more or less for that. Here it goes on at one place.
-    constexpr uintptr_t pageSize = 4096;
-    auto const frame = reinterpret_cast<uintptr_t>(__builtin_frame_address(0));
-    void* const rest = __builtin_alloca(frame % pageSize);
-    asm volatile("" : : "r"(rest)); // nobody uses it, and the compiler would leave it out
-
     bool const useLoop = forceLoop || !m_useCalls;
+    atStackPlace([=, this] { takeReading(useLoop, loops, funcClocks); });
+}
+
+void psTool::takeReading(bool useLoop, int loops, double* funcClocks) {
     for (int round = 0; round < 2; ++round) { // a reading without clocks is taken once more
         m_numClocks = 0;
         if (m_setAndUse && m_funcCall == nullptr) {
             m_result = psResUndefined;
             return;
         }
-        updateResult(m_setAndUse ? callSetAndUse(useLoop, &loops) : callGuarded(useLoop, &loops));
+        updateResult(m_setAndUse ? callSetAndUse(useLoop, &loops) : callWatched(useLoop, &loops));
         if (isFailure(m_result) || m_numClocks > 0) {
             break;
         }
@@ -240,44 +243,39 @@ void psTool::runTimFunc(int loops, double* funcClocks, bool forceLoop) {
 }
 
 psResult psTool::callSetAndUse(bool useLoop, int* loops) {
-    g_trace.traceIn("zolFunctionCalls");
-    psResult const result = useLoop ? timCall_Loop(*loops, &m_numClocks, true)
-                                    : timCall_Stat(loops, &m_numClocks, true);
-    g_trace.traceOut("zolFunctionCalls");
+    return traced("zolFunctionCalls", [=, this] {
+        return useLoop ? timCall_Loop(*loops, &m_numClocks, true)
+                       : timCall_Stat(loops, &m_numClocks, true);
+    });
+}
+
+psResult psTool::callWatched(bool useLoop, int* loops) {
+    if (m_initAndCheck && m_funcInit != nullptr) {
+        traced("initFunc call", [this] { m_funcInit(); });
+    }
+    ctrlStart();
+    psResult const result = traced("zolFunctionCalls", [=, this] {
+        psSetPriority(m_priority);
+        psResult const code = useLoop ? callLoopForm(*loops) : callStatForm(loops);
+        psResetPriority();
+        return code;
+    });
+    ctrlStop();
     return result;
 }
 
-psResult psTool::callGuarded(bool useLoop, int* loops) {
-    if (m_initAndCheck && m_funcInit != nullptr) {
-        g_trace.traceIn("initFunc call");
-        m_funcInit();
-        g_trace.traceOut("initFunc call");
+psResult psTool::callLoopForm(int loops) {
+    if (m_funcLoop != nullptr) {
+        return m_funcLoop(loops, &m_numClocks);
     }
-    ctrlStart();
-    g_trace.traceIn("zolFunctionCalls");
-    psSetPriority(m_priority);
-    psResult result;
-    if (useLoop) {
-        if (m_funcLoop != nullptr) {
-            result = m_funcLoop(*loops, &m_numClocks);
-        } else if (m_funcCall != nullptr) {
-            result = timCall_Loop(*loops, &m_numClocks, false);
-        } else {
-            result = internalError(269);
-        }
-    } else {
-        if (m_funcStat != nullptr) {
-            result = m_funcStat(loops, &m_numClocks);
-        } else if (m_funcCall != nullptr) {
-            result = timCall_Stat(loops, &m_numClocks, false);
-        } else {
-            result = internalError(278);
-        }
+    return m_funcCall != nullptr ? timCall_Loop(loops, &m_numClocks, false) : internalError(269);
+}
+
+psResult psTool::callStatForm(int* loops) {
+    if (m_funcStat != nullptr) {
+        return m_funcStat(loops, &m_numClocks);
     }
-    psResetPriority();
-    g_trace.traceOut("zolFunctionCalls");
-    ctrlStop();
-    return result;
+    return m_funcCall != nullptr ? timCall_Stat(loops, &m_numClocks, false) : internalError(278);
 }
 
 psResult psTool::timCall_Loop(int loops, long long* clocks, bool reset) {
@@ -405,7 +403,7 @@ void psTool::writeInfo(psString& text) {
 }
 
 void psTool::writeError() {
-    if (g_ostrm.getOutLevel() < MSG_INFO) {
+    if (!g_ostrm.admits(MSG_INFO)) { // who sees that level has read the story
         g_ostrm << MSG_ERR << info << MSG_RESTORE_FLUSH;
     }
     info.assign("");

@@ -18,7 +18,19 @@ using psFuncOld = psResult (*)(psTool& tool, int loops);
 
 class psTool {
 public:
+    // Loop is called Manual to the user, Best Iterative.
     enum Method { Auto = 0, Loop = 1, Stat = 2, Best = 3 };
+
+    // What a method takes where nobody chose: Auto and Best the same but for the clocks. The
+    // dialogue offers those of Auto for Best, and fewer calls for Stat.
+    static constexpr int defaultStartLoops = 1;
+    static constexpr int defaultMaxLoops = 2048;
+    static constexpr long long autoMinClocks = 10000;
+    static constexpr long long bestMinClocks = 100;
+    static constexpr int defaultLoops = 10;
+    static constexpr int defaultCalls = 12;
+    static constexpr int offeredCalls = 3;
+    static constexpr long long defaultMaxClocks = 10000;
 
     psTool();
     virtual ~psTool() = default;
@@ -89,14 +101,14 @@ public:
     int m_curLoops = 0;                 // loop count of the last measurement
     double m_accuracy = 0.05;           // wanted, as a fraction
     int m_method = Auto;
-    int m_numLoops = 10;           // method Loop
-    int m_startLoops = 1;          // method Best
-    int m_maxLoops = 2048;         // method Best
-    bool m_useCalls = false;       // the Stat form of call in the Auto method
-    bool m_setAndUse = false;      // key -SU: reset all vectors before each call
-    long long m_minClocks = 100;   // method Best
-    int m_minCalls = 12;           // method Stat
-    long long m_maxClocks = 10000; // method Stat; a lower bound in spite of its name
+    int m_numLoops = defaultLoops;            // method Loop
+    int m_startLoops = defaultStartLoops;     // method Best
+    int m_maxLoops = defaultMaxLoops;         // method Best
+    bool m_useCalls = false;                  // the Stat form of call in the Auto method
+    bool m_setAndUse = false;                 // key -SU: reset all vectors before each call
+    long long m_minClocks = bestMinClocks;    // method Best
+    int m_minCalls = defaultCalls;            // method Stat
+    long long m_maxClocks = defaultMaxClocks; // method Stat; a lower bound in spite of its name
     bool m_initAndCheck = false;   // m_funcInit ahead of each measurement, watch the control status
     bool m_checkStatus = false;    // working copy of m_initAndCheck
     psString m_resultText;         // text of the worst result, or the actual accuracy
@@ -118,13 +130,24 @@ public:
     static psResult (*m_pCheckStatus)(int status);
 
 private:
-    // The two branches of a single measurement.
+    // Two stages of timing. A fixed method that none of the callables can serve gives way to the
+    // other one.
+    void leaveUnservedMethod();
+    void runMethod();
+
+    // The reading of runTimFunc, in the form that makes the loops or that counts calls, and its two
+    // branches: with the data reset, or with control status and priority looked after.
+    void takeReading(bool useLoop, int loops, double* funcClocks);
     psResult callSetAndUse(bool useLoop, int* loops);
-    psResult callGuarded(bool useLoop, int* loops);
+    psResult callWatched(bool useLoop, int* loops);
+    psResult callLoopForm(int loops);
+    psResult callStatForm(int* loops);
 
     // The stages of bestTiming; a failure code ends the method.
     psResult priorMeasurement(int loops, int& maxLoops, long long minClocks);
     psResult iterationMeasurement(int maxLoops);
+    psResult raiseLoops(int startLoops, int maxLoops); // continueIterations, told
+    bool isSettled();
     void avoidBadStatus();
     // The stages of pairedTiming; false when a side is gone.
     bool readSeries(int loops, int pairs);

@@ -1,6 +1,6 @@
 // pstraced.h - a call between the two trace lines of its name.
-#ifndef PSTEST_PSTRACED_H
-#define PSTEST_PSTRACED_H
+#ifndef PSSTREAM_PSTRACED_H
+#define PSSTREAM_PSTRACED_H
 
 #include "psstream/pstrace.h"
 #include <type_traits>
