@@ -2,6 +2,7 @@
 // ends it early.
 #include <csignal>
 #include <sstream>
+#include <sys/resource.h>
 
 #include "psbase/psexception.h"
 #include "pstest/psrunmode.h"
@@ -188,6 +189,28 @@ TEST_F(PsTestRun, SignalsAndExceptionsEndTheTestAndTheNextOneRuns) {
             EXPECT_EQ(ScriptedTest("zNext").run(), psResOk);
         }
     }
+}
+
+TEST_F(PsTestRun, AFaultPutsThePriorityBack) {
+    int const before = getpriority(PRIO_PROCESS, 0);
+    if (setpriority(PRIO_PROCESS, 0, before - 1) != 0) {
+        GTEST_SKIP() << "this user cannot get a lowered priority back";
+    }
+    setpriority(PRIO_PROCESS, 0, before);
+    psTool::m_priority = 3;
+    static int measuredAt = before;
+    test.m_funcLoop = [](int, long long*) -> psResult {
+        measuredAt = getpriority(PRIO_PROCESS, 0);
+        return raise(SIGILL);
+    };
+    EXPECT_EQ(test.run(), psResExcptFail);
+    psTool::m_priority = 0;
+    EXPECT_EQ(measuredAt, 10);
+    EXPECT_EQ(getpriority(PRIO_PROCESS, 0), before);
+    setpriority(PRIO_PROCESS, 0, before);
+    sigset_t none; // the signal is left blocked
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
 }
 
 TEST_F(PsTestRun, AFaultInAnyStepEndsItsTestAlone) {

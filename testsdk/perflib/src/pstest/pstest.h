@@ -135,8 +135,12 @@ protected:
     void regParm(psParameter& parm, psCacheIterator* wrapped);
 
 private:
-    // Runs the body with a landing place for signals, which become a psException.
+    // Runs the body with a landing place for signals, which become a psException. The place is gone
+    // behind the body.
     bool callGuarded(bool (psTest::*body)());
+
+    // The bodies, out of line: the frame of the landing place shall hold callGuarded's own plain
+    // data alone, so that a jump finds in it what setjmp saw.
     [[gnu::noinline]] bool runBody(); // false: not to be run
     [[gnu::noinline]] bool endBody();
     [[gnu::noinline]] bool startAndStopBody();

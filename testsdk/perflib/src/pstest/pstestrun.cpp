@@ -44,8 +44,10 @@ void raiseCurrentResult(psResult result) {
 
 } // namespace
 
-// The landing place of signals. Its frame, and all between it and the measured call, hold plain
-// data: a jump abandons them. The exception is made here, outside of the handler.
+// The landing place of signals, good from setjmp to the return of the body: a jump needs this frame
+// to stand. It holds plain data, set ahead of setjmp and never changed, and so do all frames
+// between it and the measured call: a jump abandons them. The exception is made here, outside of
+// the handler.
 bool psTest::callGuarded(bool (psTest::*body)()) {
     if (setjmp(tsSignal::m_jmpbuf) != 0) {
         throw psException(tsSignal::getInfo());

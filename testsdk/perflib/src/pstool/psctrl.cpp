@@ -285,6 +285,8 @@ void ps87::clear() {
     m_base->clear();
 }
 
+// A flag that is left from before, whose exception is unmasked, would raise its signal at the next
+// waiting instruction of this unit: in the measured function, which has not done it.
 void ps87::start() { m_base->clear(); }
 
 void ps87::stop() {
@@ -332,6 +334,8 @@ void psSSX::clear() {
     m_base->set(0, 0x3f);
 }
 
+// Unlike in ps87 no flag has to go: here an exception is raised by the instruction that it belongs
+// to, never later. The record shows all since init().
 void psSSX::start() { m_base->destroy(); }
 
 void psSSX::stop() { m_value |= m_base->get(); }

@@ -89,7 +89,7 @@ public:
 
     void init();
     void clear();
-    void start(); // destroys the vector registers; the status stays
+    void start(); // destroys the vector registers; the flags stay
     void stop();  // adds the present register to the record
     unsigned get() const { return m_value; }
     psString strCW() const;
