@@ -66,7 +66,7 @@ int psSession::run(int argc, char** argv) {
             sortTests();
             outputHeader();
             if (!enumOutput()) {
-                result = runTests();
+                result = measureTests();
                 measured = true;
             }
         }
@@ -91,7 +91,7 @@ void psSession::sortTests() {
     pTestList->startWithCpuTest();
 }
 
-int psSession::runTests() {
+int psSession::measureTests() {
     if (s_parmFunc != nullptr) {
         s_parmFunc();
     }

@@ -127,7 +127,7 @@ private:
     void settleNames();
     void expandResponseFiles();
     void sortTests();
-    int runTests();
+    int measureTests(); // with what they have in common read before; 1: some test failed
 };
 
 // What the keys set for the session's later steps.

@@ -201,7 +201,7 @@ psCStream& operator<<(psCStream& out, psReportList const& report) {
 
 psReportTestTitle::psReportTestTitle(psTest const* test) {
     addCells(*this, "Function", test->m_funcName, timeText(test->m_startTime));
-    if (g_ostrm.getOutLevel() < MSG_WARN) {
+    if (!g_ostrm.admits(MSG_WARN)) {
         return;
     }
     addCells(*this, "Test", test->m_info.m_name, "");

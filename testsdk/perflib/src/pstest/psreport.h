@@ -29,7 +29,10 @@ psOStream& operator<<(psOStream& out, psReportList const& report);
 psUStream& operator<<(psUStream& out, psReportList const& report);
 psCStream& operator<<(psCStream& out, psReportList const& report);
 
-// One test at its start: label, value and right-hand text by turns.
+// One test at its start: label, value and right-hand text by turns. How much is collected goes by
+// the level of g_ostrm, as it is when the report is made; how much is laid out, by the level of the
+// stream that it is written to, as it is then. Where the console is quiet, another stream gets the
+// function alone, whatever its own level.
 class psReportTestTitle : public psStringList {
 public:
     explicit psReportTestTitle(psTest const* test);
@@ -45,7 +48,7 @@ public:
     psString m_word;
     psString m_function;
     psString m_stopTime;
-    psString m_note;    // of a test that did not run
+    psString m_note;    // of a test that did not run; kept with the report, on no stream
     psString m_summary; // continues the row that the title began
 };
 psOStream& operator<<(psOStream& out, psReportTestResult const& report);

@@ -23,6 +23,9 @@ constexpr ClockFormat clockFormats[] = {
 constexpr double leastFixed = 0.0001;
 constexpr double mostFixed = 1e7;
 
+// Whatever the parameters wrote, by turns or by place: the result columns stand at the same place.
+void endParmColumns() { g_cstrm.nextColm = psTest::m_numParmsColm; }
+
 } // namespace
 
 void psTest::funcToCstrm() { g_cstrm << m_funcName; }
@@ -111,8 +114,7 @@ char const* psTest::usedCallable() const {
 void psTest::putTableParms() {
     traced("funcToCstrm", [this] { funcToCstrm(); });
     traced("parmsToCstrm", [this] { parmsToCstrm(); });
-    // Whatever the parameters wrote: the result columns always stand at the same place.
-    g_cstrm.nextColm = m_numParmsColm;
+    endParmColumns();
 }
 
 void psTest::putTableResult(psResult result) {
@@ -246,7 +248,7 @@ void psTest::useNameTable(bool on) {
 void psTest::putTableNameLine() {
     traced("funcToCstrm", [this] { funcToCstrm(); });
     traced("parmsNameToCstrm", [this] { parmsNameToCstrm(); });
-    g_cstrm.nextColm = m_numParmsColm;
+    endParmColumns();
     g_cstrm << "parmNames";
     g_cstrm.lineOut(m_numResultColm + m_numParmsColm);
 }
