@@ -51,6 +51,10 @@ TEST(PsParse, CountsTheWordsThatFindNoRoom) {
     psString c("old");
     EXPECT_EQ(psString("one two three four").parse(a, b, c, " "), 4);
     EXPECT_STREQ((a + b + c).c_str(), "onetwothree");
+    psParse again("x y");
+    again.parse(a, b, " ");
+    EXPECT_EQ(again.parse(a, b, "y"), 1); // from the start, by these separators alone
+    EXPECT_STREQ(a.c_str(), "x ");
 }
 
 } // namespace

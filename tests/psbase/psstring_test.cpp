@@ -48,6 +48,8 @@ TEST(PsString, AssignsFromItselfAndFromNull) {
     text.assign(static_cast<char const*>(nullptr));
     EXPECT_STREQ(text.c_str(), "");
     expectSoundBuffer(text);
+    text.assign('x');
+    EXPECT_STREQ(text.c_str(), "x");
     text.assign('\0'); // a text of one character all the same
     EXPECT_EQ(text.size(), 1);
     expectSoundBuffer(text);

@@ -40,6 +40,10 @@ protected:
 } // namespace
 
 TEST_F(PsMemory, BlocksLieWhereShiftAndMisalignmentPutThem) {
+    checkBlock(64, 0, 0, 1); // with nothing set
+    EXPECT_EQ(psGetVectorAlign(), 0);
+    EXPECT_EQ(psGetVectorShift(), 512);
+    EXPECT_TRUE(psGetAlignSrc() && psGetAlignByByte());
     for (int align : {16, 64, 4096}) {
         psSetAlignMax(align);
         for (int misalign : {0, 1, 6, 15, 63, 64, 70, -1, -6}) {
@@ -63,7 +67,8 @@ TEST_F(PsMemory, ImpossibleRequestsAreToldAndLeaveNothing) {
     MessageCapture messages(MSG_ERR);
     EXPECT_EQ(psMalloc(-1, 0, 0, nullptr), nullptr);
     EXPECT_EQ(psMalloc(8, 0, -4096, nullptr), nullptr);
-    EXPECT_EQ(psMalloc(7, 0, -200, nullptr), nullptr); // into what psFree needs
+    EXPECT_EQ(psMalloc(7, 4, -128, nullptr), nullptr); // into what psFree needs
+    psFree(psMalloc(7, 8, -128, nullptr));             // just behind it
     EXPECT_EQ(messages.text(), "-- Memory error: can't allocate -1 bytes\n"
                                "-- Memory error: can't allocate 8 bytes\n"
                                "-- Memory error: can't allocate 7 bytes\n");
@@ -98,11 +103,31 @@ TEST_F(PsMemory, FreeAllForgetsTheBlocks) {
     void* const old = psMalloc(16, 0, 0, nullptr);
     Address const entry = *pAddressList->begin();
     EXPECT_EQ(psFreeAll(), 0);
+    EXPECT_FALSE(psMallocInfo(old, nullptr, nullptr));
+    EXPECT_EQ(psMallocFirst(nullptr, nullptr), nullptr);
+    EXPECT_EQ(psMallocNext(nullptr, nullptr), nullptr);
     psFree(old);
     void* const fresh = psMalloc(16, 0, 0, nullptr);
+    EXPECT_EQ(psMallocNext(nullptr, nullptr), nullptr); // no walk has begun
     psFree(old);
     EXPECT_EQ(psMallocFirst(nullptr, nullptr), fresh);
     std::free(static_cast<void**>(entry.address)[-16]); // the word that psFree would have used
+}
+
+TEST_F(PsMemory, EachOwnerIsAskedAndTheAnswersAddUp) {
+    class Owner : public psObject {
+    public:
+        int reserveCopy() override { return 3; }
+        int setReservedCopy() override { return 5; }
+    } object;
+    EXPECT_EQ(psReserveAllVectors(), 0);
+    for (psObject* owner :
+         {static_cast<psObject*>(&object), MEM_OBJECT_IS_BUFFER, static_cast<psObject*>(nullptr),
+          MEM_OBJECT_IS_SUBOBJECT, static_cast<psObject*>(&object)}) {
+        psMalloc(8, 0, 0, owner);
+    }
+    EXPECT_EQ(psReserveAllVectors(), 6);
+    EXPECT_EQ(psResetAllVectors(), 10);
 }
 
 TEST_F(PsMemory, EachBlockIsToldAtTheMemoryLevel) {

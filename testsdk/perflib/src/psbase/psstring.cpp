@@ -226,7 +226,7 @@ psString psString::substr(int pos, int n) const {
     return part;
 }
 
-psString psString::substr(int pos) const { return substr(pos, length - pos); }
+psString psString::substr(int pos) const { return substr(pos, length); }
 
 psString psString::toLower() const {
     psString lowered(*this);
