@@ -92,7 +92,7 @@ TEST_F(PsAutoTiming, TheWantedAccuracyDecidesTheWarning) {
 }
 
 TEST_F(PsAutoTiming, LoopFactorMovesTheStartAndTheMaximum) {
-    int const cases[][3] = {{-1, 2, 4096}, {1, 0, 1024}, {11, 0, 1}, {12, 0, 0}, {0, 0, 0}};
+    int const cases[][3] = {{-1, 2, 4096}, {0, 0, 0}, {1, 0, 1024}, {11, 0, 1}, {12, 0, 0}};
     for (auto const& [factor, first, max] : cases) {
         tool.setLoopFactor(factor);
         EXPECT_EQ(tool.m_factorStart, first) << factor;
@@ -160,6 +160,11 @@ TEST_F(PsAutoTiming, ABadStatusSendsTheCountBack) {
                                                "-- Attempting to avoid bad control status\n") +
                                        row.told);
     }
+    askedLoops.clear(); // the last one once more, with its story
+    psInitCtrlStatus();
+    MessageCapture story(15);
+    tool.timing(scriptedLoop, nullptr, nullptr, nullptr);
+    EXPECT_TRUE(matchesStored("pstool/avoiding", story.text()));
 }
 
 TEST_F(PsAutoTiming, TheFunctionsOwnWordsAreToldWhenNoClocksPass) {

@@ -116,6 +116,17 @@ TEST_F(PsPairing, APointLastsItsTime) {
     EXPECT_EQ(g_pairing.count() % 2, 0); // both orders as often
 }
 
+TEST_F(PsPairing, ASeriesEndsWithItsRoom) {
+    ASSERT_TRUE(g_pairing.enable(25'000'000, psTested)); // a pair for 5000 clocks, and the least
+    g_pairing.beginPoint();
+    g_pairing.beginSeries(1, 1 << 20);
+    while (g_pairing.next(800)) {
+    }
+    EXPECT_EQ(g_pairing.count(), 5024);
+    EXPECT_FALSE(g_pairing.next(800));
+    g_pairing.endSeries();
+}
+
 TEST_F(PsPairing, ASideElsewhereIsReadAlikeAndMayGo) {
     sides.here = false;
     EXPECT_EQ(point(), "T16b16T1b1" + turns("T1", "b1"));

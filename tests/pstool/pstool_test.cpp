@@ -308,7 +308,8 @@ TEST_F(PsTool, SetAndUseResetsAheadOfEachCall) {
     tool.m_funcLoop = scriptedLoop;
     tool.m_funcStat = scriptedStat;
     tool.runTimFunc(1, &ticks, true);
-    tool.m_result += 10 * psResOk;
+    EXPECT_EQ(tool.m_result, psResUndefined);
+    tool.m_result = psResFail;
     tool.runTimFuncStat(1, &count, &ticks);
     EXPECT_EQ(tool.m_result, psResUndefined);
     EXPECT_TRUE(askedLoops.empty());
