@@ -70,6 +70,20 @@ TEST_F(PsTest, RegistrationNamesTheCallableThatWillBeUsed) {
     EXPECT_EQ(none.run(), psResFail) << "nothing to measure is an internal problem";
 }
 
+TEST_F(PsTest, ATestBeginsWithNothingOfAnEarlierRun) {
+    ScriptedTest test;
+    psIterator<int> length;
+    psTest::m_cache = true;
+    test.regCacheParm(length, nullptr, nullptr);
+    test.m_firstData = false;
+    test.m_bad87 = test.m_badSSX = test.m_cacheRetry = test.m_deprecated = true;
+    psTest::m_currentResult = psResFail;
+    test.beginTest();
+    EXPECT_TRUE(test.m_firstData && test.m_parms.empty() && test.m_cacheIterator == nullptr);
+    EXPECT_FALSE(test.m_bad87 || test.m_badSSX || test.m_cacheRetry || test.m_deprecated);
+    EXPECT_EQ(psTest::m_currentResult, psResUndefined);
+}
+
 TEST_F(PsTest, MacroWordTurnsInitAndCheckOn) {
     for (auto const& [text, on] : {std::pair{"t/n/PS_IbsTest", true}, {"t/Ibs/PS_Test", false}}) {
         ScriptedTest test("zT", text);

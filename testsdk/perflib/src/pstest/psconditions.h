@@ -4,6 +4,8 @@
 
 #include "pstest/pstest.h"
 
+// A pattern for one of a test's three names. Must has to hold beside all others of its key, of Any
+// one has to, and Exact overrules them.
 class RunCondition {
 public:
     enum Kind { Must = 0, Any = 1, Exact = 2 };
@@ -50,12 +52,12 @@ public:
     psConditions& operator=(psConditions const&) = delete;
     ~psConditions() override;
 
-    int count(int key) const;
+    int count(int key) const; // conditions of the key, or of one kind of them
     int count(int key, int kind) const;
     bool tobeRun_or(psTest const* test, int key, int kind) const;
     bool tobeRun_and(psTest const* test, int key) const;
-    bool tobeRun(psTest const* test, int key) const;
-    bool tobeRun(psTest const* test) const;
+    bool tobeRun(psTest const* test, int key) const; // by the conditions of one key
+    bool tobeRun(psTest const* test) const;          // by all keys, as m_logic joins them
 
     int m_logic = And;
 };

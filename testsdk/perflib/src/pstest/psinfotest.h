@@ -4,6 +4,7 @@
 
 #include "pstest/pstest.h"
 
+// Runs like any test, and prints in place of the walk over parameter sets.
 class __psInfoTest : public psTest {
 public:
     __psInfoTest(psString funcName, psString testName, psString note, psString fileName);

@@ -20,6 +20,8 @@ struct psTestInfo {
     psString m_macro; // registration macro
 };
 
+// A run goes beginTest, canStart, then canContinue, initData, runTiming, outputResult and flushData
+// for each parameter set, flushStart, endTest. A derived test overrides what it needs of these.
 class psTest {
 public:
     // Function name, source file, info text.

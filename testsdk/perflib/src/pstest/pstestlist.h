@@ -4,6 +4,7 @@
 
 #include "pstest/psconditions.h"
 
+// The tests, not owned, with the run's times and totals.
 class psTestList : public psList<psTest*> {
 public:
     psTestList();
@@ -25,6 +26,7 @@ public:
     static psString m_startFunc;   // argument of -F; emptied at the first test run
 };
 
+// Whether a goes ahead of b; false where one is null.
 bool aless(psTest*& a, psTest*& b);
 
 // Stores the test at the end of the list, which the first call makes. Returns 1.

@@ -14,6 +14,7 @@ void ps_set_ssx(unsigned value, unsigned mask);
 unsigned ps_get_ssx();
 void ps_destroy_ssx(); // fills all vector registers with ones
 
+// The x87 unit's words: its modes, set from the three fields, and its flags.
 class ts87Base {
 public:
     static unsigned Rounding;
@@ -32,6 +33,7 @@ public:
     static psString strSW(unsigned sw);
 };
 
+// The SSE unit's register, which has the modes and the flags in one.
 class tsSSXBase {
 public:
     static unsigned Rounding;
@@ -56,6 +58,7 @@ private:
     bool m_hasSSE;
 };
 
+// The record of what the x87 unit showed behind measured calls.
 class ps87 {
 public:
     ps87();
@@ -80,6 +83,7 @@ private:
     unsigned m_sw;    // or of the status words seen
 };
 
+// The record of what the SSE unit showed behind measured calls.
 class psSSX {
 public:
     psSSX();
@@ -87,8 +91,8 @@ public:
     psSSX& operator=(psSSX const& other);
     ~psSSX();
 
-    void init();
-    void clear();
+    void init();  // as in ps87, but all three destroy the vector registers
+    void clear(); // likewise
     void start(); // destroys the vector registers; the flags stay
     void stop();  // adds the present register to the record
     unsigned get() const { return m_value; }

@@ -11,11 +11,16 @@
 
 class psTool;
 
+// What a test may give to be measured: a loop that reads the counter around so many calls; one that
+// makes at least *calls calls in at least *clocks and answers with what it made and read; a bare
+// call, which gives the library's status; and the tool form, which brackets its calls by start()
+// and stop() of the tool that it is given.
 using psFuncLoop = psResult (*)(int loops, long long* clocks);
 using psFuncStat = psResult (*)(int* calls, long long* clocks);
 using psFuncCall = int (*)();
 using psFuncOld = psResult (*)(psTool& tool, int loops);
 
+// A choice of method, and the results of the measurement that was made by it last.
 class psTool {
 public:
     // Loop is called Manual to the user, Best Iterative.
@@ -83,13 +88,13 @@ public:
     void bestTiming(int startLoops, int maxLoops, long long minClocks);
     psResult startIterations(int loops, long long minClocks);
     psResult continueIterations(int startLoops, int maxLoops);
-    psResult repeatTiming(int loops, int count);
+    psResult repeatTiming(int loops, int count); // the least of count readings
     void customLoopTiming();
     void statisticTiming();
     void pairedTiming(); // in place of the Auto method where there are two libraries
 
     void updateResult(psResult result); // keeps the worst and its text
-    void ctrlStart();
+    void ctrlStart();                   // both units made ready for the measured calls
     void ctrlStop();
     static psString clockStr(long long clocks);
     static psString getAccuracyStr(double accuracy);
@@ -160,6 +165,7 @@ extern psString info;      // text of writeError
 extern psFuncOld _funcOld; // the tool form is reached through these two
 extern psTool* _pTool;
 
+// The control status as the Auto method asks for it: whether a record is bad, and the line of it.
 bool badCtrlStatus();
 void printBadCtrlStatus(bool enabled);
 
