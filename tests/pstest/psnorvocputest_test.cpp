@@ -77,6 +77,10 @@ TEST(PsNorvoCpuTest, PiecesOfRecordedRegisters) {
     std::string flags = maskFlags(zolCPUID_MMX | zolCPUID_SHA, zolCPUID_SHA | zolCPUID_AVX) +
                         maskFlags(zolCPUID_MMX | 0x8000000 | (1ULL << 63), 0);
     EXPECT_TRUE(matchesStored("pstest/processor", text.c_str() + flags));
+    MessageCapture const bare(MSG_PERF); // a table without rows
+    Report::printMaskFlag(0, 0, 0, nullptr, nullptr);
+    Report::printMaskFlag(1, 0, 0, "Unknown flags", nullptr);
+    EXPECT_TRUE(bare.text().ends_with("Unknown flags       1\n"));
     // Each of the 27 flags shows in its own row.
     for (int bit = 0; bit < 27; ++bit) {
         std::string const one = maskFlags(1ULL << bit, 0);

@@ -1,6 +1,7 @@
 // psresultline_test.cpp - number formats and texts of a result line.
 #include <limits>
 
+#include "pstest/psrunmode.h"
 #include "runfixture.h"
 
 class PsResultLine : public RunFixture {
@@ -38,6 +39,14 @@ TEST_F(PsResultLine, AccuracyOnlyOfTheMethodsThatJudgeIt) {
         test.m_tool.m_method = method;
         EXPECT_EQ(std::string(test.testResultString().c_str()), accuracy + rest);
     }
+}
+
+TEST_F(PsResultLine, InformationHasNoNameLine) {
+    psRunMode::m_nameMode = psRunMode::namesIntoResults;
+    ScriptedTest("__psKind").putTableName();
+    test.putTableName();
+    psRunMode::m_nameMode = 0;
+    EXPECT_EQ(rows(), "zScript,-,parmNames,-,-,-,-\n");
 }
 
 TEST_F(PsResultLine, FlopsCountPerCall) {
