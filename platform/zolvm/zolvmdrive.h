@@ -327,6 +327,50 @@ struct Driver {
         return status;
     }
 
+    // The vector unit's control and flags during a call. Where new flags have a meaning, old ones
+    // are put aside. What the vector loops raise for nothing must not trap where the caller has
+    // traps; other elements are done with the caller's masks.
+    class Modes {
+    public:
+        ZOLVM_INLINE Modes()
+            : callers(K == Exact ? 0 : readCsr()), aside(isIeee || tells ? callers & csrFlags : 0),
+              ours((callers & ~aside) | (choosy ? csrMasks : 0)), flags(ours) {
+            if (ours != callers) {
+                writeCsr(ours);
+            }
+        }
+        // True if the vector loop has met what its flags tell of.
+        ZOLVM_INLINE bool takeBack() { return takeBackFlags(flags); }
+        ZOLVM_INLINE void beginAgain() { writeCsr((flags & ~csrMasks) | (callers & csrMasks)); }
+        ZOLVM_INLINE void endAgain() { // keeps what the elements done again have raised
+            unsigned const now = readCsr() | csrMasks;
+            writeCsr(now);
+            if constexpr (tells) {
+                aside |= now & csrFlags;
+                takeBackFlags(flags);
+            } else {
+                flags = now;
+            }
+        }
+        ZOLVM_INLINE ZolStatus ieee() const { return ieeeStatus(estimated ? flags : readCsr()); }
+        // Whether the caller had another word, and back to it with all flags that are to stay.
+        ZOLVM_INLINE bool differ() const { return ours != callers || aside != 0; }
+        ZOLVM_INLINE void giveBack() {
+            unsigned const now = readCsr() | aside;
+            writeCsr((now & ~csrMasks) | (callers & csrMasks));
+        }
+
+    private:
+        unsigned callers; // as the function found it
+        unsigned aside;   // old flags, and new ones that are no longer up
+        unsigned ours;    // as the first loop found it
+        unsigned flags;   // as the next loop finds it
+    };
+
+    ZOLVM_INLINE static S const* copied(S* copy, S const* from, std::size_t count) {
+        return static_cast<S*>(__builtin_memcpy(copy, from, count * sizeof(S)));
+    }
+
     static ZolStatus run(S const* source1, S const* source2, D* dest1, D* dest2, int length) {
         if (source1 == nullptr || source2 == nullptr || dest1 == nullptr || dest2 == nullptr) {
             return zolStsNullPtrErr;
@@ -335,16 +379,7 @@ struct Driver {
             return zolStsSizeErr;
         }
         ZolStatus status = zolStsNoErr;
-        // Where new flags have a meaning, old ones are put aside. What the vector loops raise for
-        // nothing must not trap where the caller has traps; other elements are done with the
-        // caller's masks.
-        unsigned const callers = K == Exact ? 0 : readCsr();
-        unsigned aside = isIeee || tells ? callers & csrFlags : 0;
-        unsigned const ours = (callers & ~aside) | (choosy ? csrMasks : 0);
-        if (ours != callers) {
-            writeCsr(ours);
-        }
-        unsigned flags = ours;
+        Modes modes;
         void const* const starts[] = {source1, source2};
         bool const inPlace =
             starts[0] == dest1 || starts[0] == dest2 || starts[1] == dest1 || starts[1] == dest2;
@@ -358,38 +393,28 @@ struct Driver {
             S copy1[blockLength];
             S copy2[sources == 2 ? blockLength : 1];
             if (inPlace) {
-                from1 = static_cast<S*>(__builtin_memcpy(copy1, from1, count * sizeof(S)));
-                from2 = sources == 1
-                            ? from1
-                            : static_cast<S*>(__builtin_memcpy(copy2, from2, count * sizeof(S)));
+                from1 = copied(copy1, from1, count);
+                from2 = sources == 1 ? from1 : copied(copy2, from2, count);
             }
             bool const left = byElement || block(from1, from2, to1, to2, count);
             if constexpr (choosy) {
-                bool const raised = takeBackFlags(flags);
+                bool const raised = modes.takeBack();
                 if (tells ? raised : estimated ? left || raised : left) {
-                    writeCsr((flags & ~csrMasks) | (callers & csrMasks));
+                    modes.beginAgain();
                     if constexpr (estimated) {
                         replace(from1, from2, to1, count);
                     } else {
                         status = repair(from1, from2, to1, to2, count, status);
                     }
-                    unsigned const now = readCsr() | csrMasks;
-                    writeCsr(now);
-                    if constexpr (tells) {
-                        aside |= now & csrFlags;
-                        takeBackFlags(flags);
-                    } else {
-                        flags = now;
-                    }
+                    modes.endAgain();
                 }
             }
         }
         if constexpr (isIeee) {
-            status = ieeeStatus(estimated ? flags : readCsr());
+            status = modes.ieee();
         }
-        if (ours != callers || aside != 0) {
-            unsigned const now = readCsr() | aside;
-            writeCsr((now & ~csrMasks) | (callers & csrMasks));
+        if (modes.differ()) {
+            modes.giveBack();
         }
         return status;
     }
