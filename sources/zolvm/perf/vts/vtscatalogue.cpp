@@ -1,5 +1,6 @@
 // vtscatalogue.cpp - the 392 rows of the catalogue. The lists of families stand once; a macro
-// for each type and flavour makes rows of them. The compiler joins the texts of a block.
+// for each type and flavour makes rows of them. The compiler joins the texts of a block;
+// vtspieces.h says how to see a finished one.
 #include "vts/vtscomplexblocks.h"
 #include "vts/vtsdefs.h"
 #include "vts/vtspowx.h"

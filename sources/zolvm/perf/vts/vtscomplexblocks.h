@@ -1,5 +1,6 @@
 // vtscomplexblocks.h - definition blocks of the families with complex operands or results,
 // without their heading. Special results are those of the C standard's complex functions.
+// vtspieces.h says how to see a block joined.
 #ifndef VTS_VTSCOMPLEXBLOCKS_H
 #define VTS_VTSCOMPLEXBLOCKS_H
 

@@ -374,6 +374,8 @@ int vtsFillValuesSpecial(int row, char const* line, int part) {
     storeName(imaginary ? defData.srcName2Imag : defData.srcName2, source2);
     storeName(imaginary ? defData.resName1Imag : defData.resName1, result1);
     storeName(imaginary ? defData.resName2Imag : defData.resName2, result2);
+    // A name that the line lacks says nothing, and an older one stays. A clause that it lacks says
+    // that no error and no exception is expected.
     memcpy(defData.errName, error, sizeof(error));
     memcpy(defData.excName, exception, sizeof(exception));
     vtsiFillFixed(defData.errCodes, defData.n, vtssGetErrCode(error));

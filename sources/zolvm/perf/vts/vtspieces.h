@@ -2,6 +2,9 @@
 // section titles, value lines, and the special lines that families share.
 //
 // In a family's macro t is the type letter of the row (s, d, c, z) and f its flavour (HA, LA, EP).
+// A finished block, here that of the row cMul_EP, is shown after a build by
+//     strings -w build/release/sources/zolvm/perf/CMakeFiles/vts.dir/vts/vtscatalogue.cpp.o |
+//         sed -n '/^cMul_EP$/,/^$/p'
 #ifndef VTS_VTSPIECES_H
 #define VTS_VTSPIECES_H
 
@@ -20,7 +23,8 @@
 #define VTS_EXTRA_EP "_ep"
 #define VTS_EXTRA(name, f, source) "    " name VTS_EXTRA_##f " = " source " * 0.5\n"
 
-// Every denormal number.
+// Every denormal number, as the line says. But intervals are filled with flush-to-zero, in which all
+// of the program computes: what these lines give are zeros of their sign.
 #define VTS_DENORMAL_s(f)                                                                          \
     "    PosDen" VTS_EXTRA_##f "_fd = [ 0x00000001 ; 0x007FFFFF ] * 0.25\n"                        \
     "    NegDen" VTS_EXTRA_##f "_fd = [ 0x80000001 ; 0x807FFFFF ] * 0.25\n"

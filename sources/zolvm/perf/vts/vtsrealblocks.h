@@ -1,5 +1,6 @@
 // vtsrealblocks.h - definition blocks of the families with real operands, without their
-// heading. VTS_REAL_<family>(t, f) is the text of the row of type t and flavour f.
+// heading. VTS_REAL_<family>(t, f) is the text of the row of type t and flavour f; vtspieces.h says
+// how to see it joined.
 #ifndef VTS_VTSREALBLOCKS_H
 #define VTS_VTSREALBLOCKS_H
 
