@@ -1,6 +1,7 @@
 // vtslines_test.cpp - the block reader and the parts of its lines.
 #include "vts/vtslines.h"
 
+#include <cstdlib>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -27,6 +28,9 @@ TEST_F(VtsLines, ReaderGivesLinesPiecesAndTheRest) {
     EXPECT_EQ(next(2), "0b");
     defFunc[0].text = nullptr;
     EXPECT_EQ(GetMetrixLine(0, line, 8), -1);
+    defFunc[0].metrix = static_cast<char*>(malloc(8));
+    vtsClearMetrixes();
+    EXPECT_EQ(defFunc[0].metrix, nullptr);
 }
 
 TEST_F(VtsLines, NameSectionAndSource) {

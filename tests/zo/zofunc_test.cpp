@@ -70,6 +70,8 @@ TEST(ZoFunc, OrdersNames) {
             EXPECT_EQ(i > j, order > 0) << sorted[i] << " " << sorted[j];
         }
     }
+    EXPECT_EQ(1, zoFunc::compareTypes("32f", ""));
+    EXPECT_EQ(-1, zoFunc::compareTypes("", "32f"));
 }
 
 TEST(ZoFunc, ArgumentTypes) {

@@ -35,6 +35,7 @@ enum : zoType {
 // Index of an argument.
 enum zoArg { zoSrc = 0, zoSrc2 = 1, zoDst = 2, zoDst2 = 3 };
 
+// A name, and what it tells.
 class zoFunc : public psString {
 public:
     zoFunc() = default;
@@ -62,7 +63,7 @@ public:
     static ZolDataType zolType(zoType type);   // the library's constant
     zoType typeFromBase() const;               // of a name that carries its type in the base
 
-    // Types of the arguments, by zoArg or its number.
+    // Types of the arguments. The int is an argument's number, as in zoArg; 0 for any other.
     void getTypes(zoType& src, zoType& src2, zoType& dst, zoType& dst2) const;
     zoType type(int arg) const;
     zoType type(zoArg arg) const { return type(static_cast<int>(arg)); }
@@ -71,8 +72,10 @@ public:
     zoType dstType() const { return type(zoDst); }
     zoType dst2Type() const { return type(zoDst2); }
 
-    // Questions about image and signal functions. A side is 0 for the sources, 1 for the
-    // destinations; a descriptor with a single channel token tells of both.
+    // Questions about image and signal functions. The int here is no argument's number but a side:
+    // 0 is all sources, 1 all destinations. So type(1) is that of the second source, channels(1)
+    // and channels(zoDst) those of the destinations. A descriptor with a single channel token tells
+    // of both sides.
     psString channelsName(int side = 0) const; // the channel token, empty if there is none
     psString channelsName(zoArg arg) const { return channelsName(side(arg)); }
     psString srcChannelsName() const { return channelsName(0); }
@@ -94,11 +97,11 @@ public:
     bool srcPlane() const { return plane(0); }
     bool dstPlane() const { return plane(1); }
     void getPlanes(bool& src, bool& dst) const;
-    bool scale() const;
-    bool mask() const;
-    bool roi() const;
-    bool inplace() const;
-    bool coi() const; // a channel of interest
+    bool scale() const;   // a scale factor, "Sfs"
+    bool mask() const;    // "M"
+    bool roi() const;     // a region of interest, "R"
+    bool inplace() const; // "I"
+    bool coi() const;     // a channel of interest, a "C" that no channel count follows
 
 protected:
     // Rules of names whose arguments differ in type, channels or planes. Each gets what the type
@@ -108,7 +111,7 @@ protected:
     virtual void updatePlanes(bool planes[2]) const;
 
 private:
-    static int side(zoArg arg) { return arg < zoDst ? 0 : 1; }
+    static int side(zoArg arg) { return arg < zoDst ? 0 : 1; } // that an argument stands on
 };
 
 #endif

@@ -8,8 +8,8 @@
 class zoSession : public psSession {
 public:
     int run(int argc, char** argv) override; // or serves another process's paired readings
-    void funcTitleToCStream() override;
-    bool startComparison() override; // the two libraries of -dBaseline
+    void funcTitleToCStream() override;      // titles of the three cells
+    bool startComparison() override;         // the two libraries of -dBaseline
     void readCommonData() override;
 };
 

@@ -23,6 +23,7 @@ public:
     int printAllMemoryBlocks(psString title) override; // number of blocks, at the data level
     psString regInfo() override;
 
+    // Pieces of that dump.
     virtual void printFirstDebugLine(psString title);
     virtual void printLastDebugLine(psString title);
     virtual void printFirstBlockLine(int count, psObject* owner, int size);

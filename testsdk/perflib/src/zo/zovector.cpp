@@ -15,44 +15,44 @@
 
 namespace {
 
-// Calls action with a zero of the C type that a type's elements, or their halves, have. False,
-// without a call, for an unknown code.
+// Calls action with a zero of the C type that a type's elements, or their halves, have; not at all
+// for an unknown code.
 template <typename Action>
-bool withComponent(zoType type, Action action) {
+void withComponent(zoType type, Action action) {
     if (zoFunc::typeToString(type) == "undef") {
-        return false;
+        return;
     }
     switch (type & ~zoComplex) {
     case zo8u:
         action(static_cast<unsigned char>(0));
-        return true;
+        break;
     case zo8s:
         action(static_cast<signed char>(0));
-        return true;
+        break;
     case zo16u:
         action(static_cast<unsigned short>(0));
-        return true;
+        break;
     case zo16s:
         action(static_cast<short>(0));
-        return true;
+        break;
     case zo32u:
         action(0U);
-        return true;
+        break;
     case zo32s:
         action(0);
-        return true;
+        break;
     case zo64u:
         action(0ULL);
-        return true;
+        break;
     case zo64s:
         action(0LL);
-        return true;
+        break;
     case zo32f:
         action(0.0F);
-        return true;
+        break;
     default: // the last that has a name
         action(0.0);
-        return true;
+        break;
     }
 }
 
