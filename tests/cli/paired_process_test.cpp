@@ -22,11 +22,12 @@ TEST(PairedProcess, BothAreReadAndSettingsReachTheOther) {
     TempDirectory const dir;
     // The own library's function returns at once; the built-in one does its work.
     Outcome const outcome =
-        runShell(command(dir, own, "-f=zolsAbs_64f_A53 -dBaselineFirst=1 -dBaselineFeatures=AVX2"));
+        runShell("OWN_ABS=q " +
+                 command(dir, own, "-f=zolsAbs_64f_A53 -dBaselineFirst=1 -dBaselineFeatures=AVX2"));
     EXPECT_TRUE(contains(outcome.out, "-- Baseline: in a second process: as asked\n"));
     EXPECT_TRUE(contains(outcome.out, "gave status 38: ")); // it has no features
     EXPECT_TRUE(contains(outcome.out, "baseline: Own Vector Math, 1.0.0 of my own, today"));
-    EXPECT_EQ(outcome.err, "");
+    EXPECT_EQ(outcome.err, "in order\n"); // the other process's end
     std::regex const large("Abs,64f,A53,32768,.* ratio=[1-9]\\d+\\.\\d{4} ");
     EXPECT_TRUE(std::regex_search(readFile(dir.path + "t.csv"), large));
 
@@ -71,13 +72,15 @@ TEST(PairedProcess, NoneStaysBehindAKilledOne) {
     for (char const* pause : {"0", "0.5"}) { // while it starts, and in its readings
         TempDirectory const dir;
         Outcome const outcome =
-            runShell(command(dir, builtIn, "-f=zolsAbs_64f_A53 -dPairTime=10000") +
+            runShell("LD_LIBRARY_PATH=/no/where " +
+                     command(dir, builtIn, "-f=zolsAbs_64f_A53 -dPairTime=10000") +
                      ">/dev/null & p=$!\n"
                      "while [ -d /proc/$p ] && [ -z \"$c\" ]; do\n"
                      "    read -r c </proc/$p/task/$p/children; sleep 0.01\n"
                      "done; sleep " +
-                     pause +
-                     "; kill -9 $p; [ -n \"$c\" ] || exit 1\n"
+                     pause + "; [ " + pause +
+                     " = 0 ] || grep -qz ':/no/where$' /proc/$c/environ || exit 1\n"
+                     "kill -9 $p; [ -n \"$c\" ] || exit 1\n"
                      "for i in $(seq 500); do\n" // gone, or waiting for whoever inherited it
                      "    grep -q ') [^Z]' /proc/$c/stat 2>/dev/null || exit 7; sleep 0.01\n"
                      "done");
@@ -111,6 +114,10 @@ TEST(PairedProcess, WhatTheOtherCannotLoadIsOneClearLine) {
         EXPECT_TRUE(std::regex_search(outcome.out, std::regex("-- Baseline: .*" + test.line)))
             << outcome.out;
         EXPECT_FALSE(contains(outcome.out, "Length="));
+        EXPECT_FALSE(outcome.out.ends_with("\n\n")); // one line of the loader's words alone
         EXPECT_EQ(outcome.err, "");
     }
+    Outcome const small =
+        runShell("trap '' XFSZ; ulimit -f 20000; " + command(dir, own, "-f=zolsAbs_64f_A53"));
+    EXPECT_TRUE(contains(small.out, "-- Baseline: no shared memory: File too large\n"));
 }

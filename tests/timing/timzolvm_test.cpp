@@ -92,6 +92,7 @@ TEST_F(TimZolVMTest, ComplexSourcesHaveBothHalves) {
 
 TEST_F(TimZolVMTest, VectorsHaveTheirSizesAndGo) {
     auto test = make<TimRealToComplex32>("cCIS_LA");
+    size_t const mappings = mallinfo2().hblks;
     ASSERT_TRUE(test.canStart());
     auto const holds = [](void* vector, size_t size) {
         return malloc_usable_size(vector) >= size && malloc_usable_size(vector) < size + 0x2000;
@@ -108,6 +109,7 @@ TEST_F(TimZolVMTest, VectorsHaveTheirSizesAndGo) {
                                 defData.block1, defData.arg1}) {
         EXPECT_EQ(pointer, nullptr);
     }
+    EXPECT_EQ(mallinfo2().hblks, mappings);
 }
 
 TEST_F(TimZolVMTest, NoStartWithoutRowOrFunction) {

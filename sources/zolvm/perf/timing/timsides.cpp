@@ -35,8 +35,8 @@ void Sides::begin(Function* place, psString const& funcName) {
     for (psSide const side : {psTested, psBaseline}) {
         m_functions[side] = reinterpret_cast<Function>(g_sides.function(side, funcName.c_str()));
     }
-    if (!isHere(
-            psTested)) { // with a second process the linked library itself is the one under test
+    // With a second process the linked library itself is the one under test.
+    if (!isHere(psTested)) {
         m_functions[psTested] = m_linked;
     }
 }
@@ -103,9 +103,7 @@ void timBeginSides(void (**place)(), psString const& funcName) {
 }
 
 void timEndSides() {
-    if (g_pairing.inSeries()) { // a fault has left it
-        g_pairing.endSeries();
-    }
     g_pairing.setSides(nullptr);
+    g_pairing.endSeries(); // a fault may have left one
     sides.end();
 }

@@ -8,8 +8,8 @@
 
 // What both sides of a comparison are asked for.
 struct zoStart {
-    unsigned long long features = 0; // as -T; 0: what zolInit chooses
-    int threads = 0;                 // as -N; 0: the library's own number
+    unsigned long long features; // as -T; 0: what zolInit chooses
+    int threads;                 // as -N; 0: the library's own number
 };
 
 // The two files of a library. core may be empty for one that comes without.

@@ -99,8 +99,7 @@ bool awaitTurn(zoChannel* channel, Turn mine, timespec const* limit) {
 }
 
 void stayOn(int processor) {
-    cpu_set_t one;
-    CPU_ZERO(&one);
+    cpu_set_t one = {};
     CPU_SET(static_cast<size_t>(processor), &one);
     (void)sched_setaffinity(0, sizeof one, &one); // refused: it goes without
 }

@@ -63,7 +63,7 @@ private:
     pid_t m_process = 0;
     char* m_vectorsEnd = nullptr; // the next one ends here
     zoLibraryFiles m_files;
-    zoStart m_start;
+    zoStart m_start = {};
     psString m_lastWords;
     bool m_gaveWay = false; // since the last reading of this process
 };

@@ -33,12 +33,15 @@ void tellStart(zoLibraryFiles const& files, ZolStatus status) {
     }
 }
 
+// The value of a setting that is there.
+psString valueOf(char const* name) { return g_istrm.getItemValue(name, "", "", ""); }
+
 // A number of the settings, in bounds.
 bool readNumber(char const* name, int least, int most, int* value, psString& error) {
     if (!g_istrm.hasItem(name)) {
         return true;
     }
-    psString text = g_istrm.getItemValue(name, "", name, "");
+    psString text = valueOf(name);
     int const number = psStringToNumber(text);
     if (text.errorConvertion() || number < least || number > most) {
         error << name << "=" << text << " is not a number from " << least << " to " << most;
@@ -52,7 +55,7 @@ bool readWhere(int* where, psString& error) {
     if (!g_istrm.hasItem("BaselineIn")) {
         return true;
     }
-    psString text = g_istrm.getItemValue("BaselineIn", "", "BaselineIn", "");
+    psString text = valueOf("BaselineIn");
     psMapDefault<int> places;
     places.add(zoSides::InSpace, "space");
     places.add(zoSides::InProcess, "process");
@@ -69,7 +72,7 @@ bool readFeatures(unsigned long long* features, psString& error) {
     if (!g_istrm.hasItem("BaselineFeatures")) {
         return true;
     }
-    psString text = g_istrm.getItemValue("BaselineFeatures", "", "BaselineFeatures", "");
+    psString text = valueOf("BaselineFeatures");
     *features = psCpuFeatures::cpuFeatures(text);
     if (*features == 0) {
         *features << text;
@@ -87,7 +90,7 @@ bool zoPairSettings::read(psString& error) {
     if (!g_istrm.hasItem("Baseline")) {
         return true;
     }
-    baseline = g_istrm.getItemValue("Baseline", "", "Baseline", "");
+    baseline = valueOf("Baseline");
     int firstSide = psTested;
     bool const good = readNumber("PairTime", 1, mostPairTime, &pairTime, error) &&
                       readWhere(&where, error) &&
@@ -155,8 +158,8 @@ bool zoSides::open(zoPairSettings const& settings, zoStart const& start) {
 
 bool zoSides::openSpaces(zoPairSettings const& settings, zoLibraryFiles const (&files)[2],
                          zoStart const (&starts)[2], psString& error) {
-    psSide const order[2] = {settings.first, settings.first == psTested ? psBaseline : psTested};
-    for (psSide const side : order) {
+    psSide const second = settings.first == psTested ? psBaseline : psTested;
+    for (psSide const side : {settings.first, second}) {
         zoLibrary*& library = m_libraries[side];
         library = new zoLibrary;
         if (!library->open(files[side], error)) {

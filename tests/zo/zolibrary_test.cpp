@@ -1,0 +1,51 @@
+// zolibrary_test.cpp - copies of a library, here of the C library, in one process.
+#include "zo/zolibrary.h"
+
+#include <dlfcn.h>
+
+#include <gtest/gtest.h>
+
+#include "pstest/pstestlist.h"
+#include "zo/zotest.h"
+
+namespace {
+
+class ZoLibrary : public testing::Test {
+protected:
+    ZoLibrary() { psRegTest(&m_test); }
+    ~ZoLibrary() override { pTestList->clear(); }
+
+private:
+    zoTest m_test{static_cast<psFuncOld>(nullptr), "gnu_get_libc_version", "", ""};
+};
+
+TEST_F(ZoLibrary, ALinkedLibraryMayLackAllButOneFunction) {
+    zoLibrary linked;
+    linked.openLinked();
+    EXPECT_TRUE(linked.files().vm.contains("/libc")) << linked.files().vm.c_str();
+    EXPECT_STREQ(linked.files().core.c_str(), "");
+    EXPECT_EQ(linked.countFunctions(), 1);
+    EXPECT_EQ(linked.start({5, 2}), 0); // nothing to start
+    EXPECT_STREQ(linked.version().c_str(), "libzolvm, unknown version, unknown date");
+}
+
+#ifndef __SANITIZE_ADDRESS__ // whose run time knows one name space
+TEST_F(ZoLibrary, WhatThisProcessCannotHoldWantsAnother) {
+    zoLibraryFiles files = zoLibraryFiles::linked();
+    zoLibrary copies[20]; // each wants static thread-local storage and a name space
+    psString error;
+    int held = 0;
+    while (held < 20 && copies[held].open(files, error)) {
+        ++held;
+    }
+    ASSERT_TRUE(held > 0 && held < 20);
+    EXPECT_TRUE(copies[held].wantsProcess()) << error.c_str();
+    EXPECT_NE(copies[0].function("puts"), dlsym(RTLD_DEFAULT, "puts"));
+    zoLibrary none;
+    files.vm = "/no/where.so";
+    EXPECT_FALSE(none.open(files, error));
+    EXPECT_FALSE(none.wantsProcess());
+}
+#endif
+
+} // namespace
