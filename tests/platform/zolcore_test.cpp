@@ -1,5 +1,6 @@
 // zolcore_test.cpp - start-up, feature masks, cache sizes, texts and threads.
 #include <climits>
+#include <cpuid.h>
 #include <cstring>
 
 #include <gtest/gtest.h>
@@ -28,6 +29,34 @@ TEST_F(Zolcore, CountsOnlyFeaturesWhoseRegistersTheSystemSaves) {
     EXPECT_EQ(zolFeatureMask(leaf1, leaf7, extended, 0x67), basic | wide);
     EXPECT_EQ(zolFeatureMask(leaf1, leaf7, extended, 0xe7), basic | wide | widest);
     EXPECT_EQ(zolFeatureMask({}, {}, {}, 0xe7), zolAVX_ENABLEDBYOS);
+}
+
+TEST_F(Zolcore, EachFeatureHasTheBitThatTheCompilerKnows) {
+    struct {
+        Zol64u mask;
+        int word; // leaf 1 ECX and EDX, leaf 7 EBX, first extended leaf ECX
+        Zol32u bit;
+    } const features[] = {
+        {zolCPUID_MMX, 1, bit_MMX},           {zolCPUID_SSE, 1, bit_SSE},
+        {zolCPUID_SSE2, 1, bit_SSE2},         {zolCPUID_SSE3, 0, bit_SSE3},
+        {zolCPUID_SSSE3, 0, bit_SSSE3},       {zolCPUID_MOVBE, 0, bit_MOVBE},
+        {zolCPUID_SSE41, 0, bit_SSE4_1},      {zolCPUID_SSE42, 0, bit_SSE4_2},
+        {zolCPUID_AVX, 0, bit_AVX},           {zolCPUID_AES, 0, bit_AES},
+        {zolCPUID_CLMUL, 0, bit_PCLMUL},      {zolCPUID_RDRAND, 0, bit_RDRND},
+        {zolCPUID_F16C, 0, bit_F16C},         {zolCPUID_AVX2, 2, bit_AVX2},
+        {zolCPUID_ADCOX, 2, bit_ADX},         {zolCPUID_RDSEED, 2, bit_RDSEED},
+        {zolCPUID_PREFETCHW, 3, bit_PRFCHW},  {zolCPUID_SHA, 2, bit_SHA},
+        {zolCPUID_AVX512F, 2, bit_AVX512F},   {zolCPUID_AVX512CD, 2, bit_AVX512CD},
+        {zolCPUID_AVX512ER, 2, bit_AVX512ER}, {zolCPUID_AVX512PF, 2, bit_AVX512PF},
+        {zolCPUID_AVX512BW, 2, bit_AVX512BW}, {zolCPUID_AVX512DQ, 2, bit_AVX512DQ},
+        {zolCPUID_AVX512VL, 2, bit_AVX512VL}};
+    for (auto const& [mask, word, bit] : features) {
+        Zol32u words[4] = {};
+        words[word] = bit;
+        EXPECT_EQ(zolFeatureMask({0, 0, words[0], words[1]}, {0, words[2], 0, 0},
+                                 {0, 0, words[3], 0}, 0xe7),
+                  mask | zolAVX_ENABLEDBYOS);
+    }
 }
 
 TEST_F(Zolcore, CacheSubleaves) {
@@ -83,10 +112,24 @@ TEST_F(Zolcore, ThreadsAndTexts) {
     EXPECT_EQ(zolSetNumThreads(1), zolStsNoErr);
     EXPECT_LT(zolSetNumThreads(0), 0);
     EXPECT_GT(zolSetNumThreads(2), 0);
-    EXPECT_STREQ(zolGetStatusString(zolStsNoErr), "No error");
-    EXPECT_STREQ(zolGetStatusString(zolStsDomain), "An argument is outside the function's domain");
-    EXPECT_STREQ(zolGetStatusString(-1000), "Unknown error");
-    EXPECT_STREQ(zolGetStatusString(1000), "Unknown warning");
+    std::pair<ZolStatus, char const*> const texts[] = {
+        {0, "No error"},
+        {-2, "The function is not supported"},
+        {-6, "The length is below 1"},
+        {-8, "A pointer is null"},
+        {12, "A result overflowed"},
+        {17, "A result underflowed"},
+        {18, "An argument is a singularity of the function"},
+        {19, "An argument is outside the function's domain"},
+        {36, "The processor is not supported"},
+        {37, "The cache size is not known"},
+        {38, "The processor lacks some of the features asked for"},
+        {39, "The library works in one thread"},
+        {-1, "Unknown error"},
+        {1, "Unknown warning"}};
+    for (auto const& [status, text] : texts) {
+        EXPECT_STREQ(zolGetStatusString(status), text);
+    }
 }
 
 } // namespace
