@@ -11,17 +11,20 @@
 namespace {
 
 ZolSelect selectPath = nullptr;
-Zol64u enabledFeatures = 0;
-bool enabledKnown = false;
 
 Zol64u processorFeatures() {
     static Zol64u const features = zolReadFeatures();
     return features;
 }
 
+// Until they are set, all that the processor has.
+Zol64u& enabledFeatures() {
+    static Zol64u features = processorFeatures();
+    return features;
+}
+
 void enable(Zol64u features) {
-    enabledFeatures = features;
-    enabledKnown = true;
+    enabledFeatures() = features;
     if (selectPath != nullptr) {
         selectPath(features);
     }
@@ -79,9 +82,7 @@ ZolStatus zolGetCpuFeatures(Zol64u* mask, Zol32u registers[4]) {
     return zolStsNoErr;
 }
 
-Zol64u zolGetEnabledCpuFeatures(void) {
-    return enabledKnown ? enabledFeatures : processorFeatures();
-}
+Zol64u zolGetEnabledCpuFeatures(void) { return enabledFeatures(); }
 
 ZolStatus zolSetCpuFeatures(Zol64u mask) {
     enable(mask & processorFeatures());

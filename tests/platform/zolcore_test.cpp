@@ -1,4 +1,5 @@
 // zolcore_test.cpp - start-up, feature masks, cache sizes, texts and threads.
+#include <algorithm>
 #include <climits>
 #include <cpuid.h>
 #include <cstring>
@@ -8,6 +9,8 @@
 #include "zolcore/zolcpu.h"
 
 namespace {
+
+Zol64u const enabledAtLoad = zolGetEnabledCpuFeatures(); // before any zolInit
 
 class Zolcore : public testing::Test {
 protected:
@@ -69,6 +72,11 @@ TEST_F(Zolcore, CacheSubleaves) {
     int bytes = 0;
     EXPECT_EQ(zolGetMaxCacheSizeB(&bytes), zolStsNoErr);
     EXPECT_GE(bytes, 16 * 1024);
+    long long largest = 0; // of those that the processor tells of
+    for (Zol32u subleaf = 0; subleaf < 32; ++subleaf) {
+        largest = std::max(largest, zolCacheBytes(zolCpuid(4, subleaf)));
+    }
+    EXPECT_TRUE(largest == 0 || bytes == std::min<long long>(largest, INT_MAX)) << bytes;
     EXPECT_EQ(zolGetMaxCacheSizeB(nullptr), zolStsNullPtrErr);
 }
 
@@ -79,7 +87,9 @@ TEST_F(Zolcore, PassesCpuidThroughWhenAskedByTheWord) {
     ASSERT_EQ(zolGetCpuFeatures(&mask, registers), zolStsNoErr);
     ZolCpuid const wanted = zolCpuid(0x80000000U, 0);
     EXPECT_EQ(registers[0], wanted.eax);
+    EXPECT_EQ(registers[1], wanted.ebx);
     EXPECT_EQ(registers[2], wanted.ecx);
+    EXPECT_EQ(registers[3], wanted.edx);
     std::memcpy(&mask, "mixcadre", sizeof mask);
     EXPECT_EQ(zolGetCpuFeatures(&mask, nullptr), zolStsNullPtrErr);
     EXPECT_EQ(zolGetCpuFeatures(nullptr, registers), zolStsNullPtrErr);
@@ -92,6 +102,7 @@ TEST_F(Zolcore, PassesCpuidThroughWhenAskedByTheWord) {
 TEST_F(Zolcore, EnablesWhatTheMaskAndTheProcessorShare) {
     Zol64u features = 0;
     zolGetCpuFeatures(&features, nullptr);
+    EXPECT_EQ(enabledAtLoad, features);
     zolInit();
     EXPECT_EQ(zolGetEnabledCpuFeatures(), features);
     EXPECT_EQ(zolSetCpuFeatures(0x7), zolStsNoErr);
