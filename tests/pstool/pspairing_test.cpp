@@ -27,6 +27,7 @@ public:
     bool there = true;
     int left = 1 << 30;
     long long baselineClocks = 1000;
+    long long drift = 0; // of the baseline's clocks, from reading to reading
     bool realTime = false;
     std::string log; // T and B for readings in this process, with the calls ahead of them
 };
@@ -38,8 +39,9 @@ psResult scriptedTool(psTool& tool, int loops) {
     do {
         scripted->log += scripted->selected == psTested ? "T" : "B";
         scripted->log += std::to_string(tool.warmUpCalls());
-        tool.m_numClocks =
-            loops * (scripted->selected == psTested ? 800 : scripted->baselineClocks);
+        bool const isTested = scripted->selected == psTested;
+        tool.m_numClocks = loops * (isTested ? 800 : scripted->baselineClocks);
+        scripted->baselineClocks += isTested ? 0 : scripted->drift;
         unsigned long long const begin = psCpuTicker::rdtsc();
         while (scripted->realTime && psCpuTicker::rdtsc() - begin < 9000) {
         }
@@ -92,6 +94,13 @@ TEST_F(PsPairing, SidesTakeTurnsAndWarmUpOnceAtAPoint) {
     EXPECT_EQ(tool.m_pairResult.ratio, 0.8);
     EXPECT_EQ(tool.m_actualAccuracy, 0.0);
     EXPECT_EQ(point(), "T16B16T1B1" + turns("T1", "B1")); // the next point warms up anew
+
+    sides.drift = 10;
+    point();
+    psPairResult const& drifted = tool.m_pairResult;
+    EXPECT_LT(drifted.lo, drifted.hi);
+    EXPECT_EQ(tool.m_actualAccuracy, 0.5 * (drifted.hi - drifted.lo) / drifted.ratio);
+    sides.drift = 0;
 
     ASSERT_TRUE(g_pairing.enable(1, psBaseline));
     EXPECT_EQ(point(), "B16T16B1T1" + turns("B1", "T1"));

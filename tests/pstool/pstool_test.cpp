@@ -359,6 +359,14 @@ TEST_F(PsTool, AMethodThatTheTestCannotServeGivesWayToTheOther) {
                                " Manual loop timing will be run instead.\n");
 }
 
+TEST_F(PsTool, OnlyAWorseResultChangesTheText) {
+    tool.updateResult(psResDataWrn);
+    EXPECT_STREQ(tool.m_resultText.c_str(), "test data warning");
+    tool.m_resultText = "own";
+    tool.updateResult(psResDataWrn);
+    EXPECT_STREQ(tool.m_resultText.c_str(), "own");
+}
+
 TEST_F(PsTool, TextsOfClocksAndAccuracy) {
     EXPECT_STREQ(psTool::clockStr(2147483647).c_str(), "2147483647");
     EXPECT_STREQ(psTool::clockStr(2147483648).c_str(), "2147483640");
