@@ -302,6 +302,7 @@ void Reader::row(std::string_view text) {
 
 void Reader::comment(std::string_view text, Reading& reading) {
     int pairWords = 0;
+    bool isQuietTold = false;
     while (!text.empty()) {
         std::string_view const word = text.substr(0, text.find(' '));
         text.remove_prefix(std::min(text.size(), word.size() + 1));
@@ -324,6 +325,7 @@ void Reader::comment(std::string_view text, Reading& reading) {
             reading.pairs = whole<std::int32_t>(value, name, 1);
         } else if (word == "quiet" || word == "shared") {
             reading.quiet = word == "quiet";
+            isQuietTold = true;
         } else {
             continue; // words that say nothing to this program
         }
@@ -332,7 +334,8 @@ void Reader::comment(std::string_view text, Reading& reading) {
     if (pairWords == 0) {
         return;
     }
-    if (pairWords != 6 || reading.base == 0 || reading.ratio == 0 || reading.pairs == 0) {
+    if (pairWords != 6 || reading.base == 0 || reading.ratio == 0 || reading.low == 0 ||
+        reading.high == 0 || reading.pairs == 0 || !isQuietTold) {
         fail("a pair needs base, ratio, lo, hi, nPrs, and quiet or shared");
     }
     if (!(reading.low <= reading.ratio && reading.ratio <= reading.high)) {
