@@ -120,8 +120,11 @@ TEST_F(PsCtrl, CopiesKeepTheRecord) {
     psSSX const copySSX(ssx);
     ps87 assigned87;
     psSSX assignedSSX;
+    ps_set_cw_fpu(0x800, 0xc00);
+    ps_set_ssx(0x4000, 0x6000);
     assigned87 = x87;
     assignedSSX = ssx;
+    EXPECT_EQ((ps_get_cw_fpu() & 0xc00U) | (ps_get_ssx() & 0x6000U), 0U) << "default modes again";
     EXPECT_TRUE(copy87.badStatus() && copySSX.badStatus());
     EXPECT_TRUE(assigned87.badStatus() && assignedSSX.badStatus());
     EXPECT_STREQ((copy87.strCW() + copySSX.strCW()).c_str(), (x87.strCW() + ssx.strCW()).c_str());

@@ -132,6 +132,8 @@ TEST_F(PsPairing, ASeriesEndsWithItsRoom) {
     while (g_pairing.next(800)) {
     }
     EXPECT_EQ(g_pairing.count(), 5024);
+    EXPECT_GT(g_pairing.pair(0).before, 2.0F); // each pair stands between two sentinels
+    EXPECT_EQ(g_pairing.pair(1).before, g_pairing.pair(0).after);
     EXPECT_FALSE(g_pairing.next(800));
     g_pairing.endSeries();
 }
