@@ -50,11 +50,17 @@ Zol64u readXcr0(ZolCpuid leaf1) {
     return (static_cast<Zol64u>(high) << 32) | low;
 }
 
+// A leaf, zeros where the processor's leaves end below it.
+ZolCpuid leafOrNone(Zol32u leaf, Zol32u subleaf = 0) {
+    Zol32u const highest = zolCpuid(leaf & 0x80000000U, 0).eax;
+    return leaf <= highest ? zolCpuid(leaf, subleaf) : ZolCpuid{};
+}
+
 // The largest cache over the subleaves of one leaf, 0 if it describes none.
 long long largestCache(Zol32u leaf) {
     long long largest = 0;
     for (Zol32u subleaf = 0; subleaf < 32; ++subleaf) {
-        long long const bytes = zolCacheBytes(zolCpuid(leaf, subleaf));
+        long long const bytes = zolCacheBytes(leafOrNone(leaf, subleaf));
         if (bytes < 0) {
             break;
         }
@@ -115,10 +121,7 @@ Zol64u zolFeatureMask(ZolCpuid leaf1, ZolCpuid leaf7, ZolCpuid extended1, Zol64u
 
 Zol64u zolReadFeatures() {
     ZolCpuid const leaf1 = zolCpuid(1, 0);
-    ZolCpuid const leaf7 = zolCpuid(0, 0).eax >= 7 ? zolCpuid(7, 0) : ZolCpuid{};
-    ZolCpuid const extended = zolCpuid(0x80000000U, 0);
-    ZolCpuid const extended1 = extended.eax > 0x80000000U ? zolCpuid(0x80000001U, 0) : ZolCpuid{};
-    return zolFeatureMask(leaf1, leaf7, extended1, readXcr0(leaf1));
+    return zolFeatureMask(leaf1, leafOrNone(7), leafOrNone(0x80000001U), readXcr0(leaf1));
 }
 
 long long zolCacheBytes(ZolCpuid subleaf) {
@@ -136,10 +139,8 @@ long long zolCacheBytes(ZolCpuid subleaf) {
 }
 
 long long zolReadMaxCache() {
-    long long bytes = zolCpuid(0, 0).eax >= 4 ? largestCache(4) : 0;
-    bool const extendedLeaf = zolCpuid(0x80000000U, 0).eax >= 0x8000001dU &&
-                              (zolCpuid(0x80000001U, 0).ecx & topologyBit) != 0;
-    if (bytes == 0 && extendedLeaf) {
+    long long bytes = largestCache(4);
+    if (bytes == 0 && (leafOrNone(0x80000001U).ecx & topologyBit) != 0) {
         bytes = largestCache(0x8000001dU);
     }
     return bytes != 0 ? bytes : systemCache();

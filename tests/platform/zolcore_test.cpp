@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "zolcore/zolcpu.h"
+#include "zolvm.h"
 
 namespace {
 
@@ -141,6 +142,7 @@ TEST_F(Zolcore, ThreadsAndTexts) {
     for (auto const& [status, text] : texts) {
         EXPECT_STREQ(zolGetStatusString(status), text);
     }
+    EXPECT_STREQ(zolvmGetLibVersion()->name, "ZOL Vector Math");
 }
 
 } // namespace
