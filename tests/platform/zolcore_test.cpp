@@ -33,6 +33,7 @@ TEST_F(Zolcore, CountsOnlyFeaturesWhoseRegistersTheSystemSaves) {
     EXPECT_EQ(zolFeatureMask(leaf1, leaf7, extended, 0x67), basic | wide);
     EXPECT_EQ(zolFeatureMask(leaf1, leaf7, extended, 0xe7), basic | wide | widest);
     EXPECT_EQ(zolFeatureMask({}, {}, {}, 0xe7), zolAVX_ENABLEDBYOS);
+    EXPECT_EQ(zolFeatureMask({}, {}, {}, 0), 0U);
 }
 
 TEST_F(Zolcore, EachFeatureHasTheBitThatTheCompilerKnows) {

@@ -54,10 +54,7 @@ public:
     }
 
     bool readNumber(char const* key, int size, double limit, float& field) {
-        if (!has(key, size)) {
-            return false;
-        }
-        double const number = strtod(text, nullptr);
+        double const number = has(key, size) ? strtod(text, nullptr) : 0.0;
         bool const good = number > 0.0 && number < limit;
         if (good) {
             field = static_cast<float>(number);
