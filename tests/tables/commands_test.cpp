@@ -120,8 +120,7 @@ TEST(Pair, APassThatFailsIsToldAndTheRestGoesOn) {
     };
     for (auto const& [fault, told] : cases) {
         Bench bench;
-        Outcome const outcome =
-            bench.pair("--passes 8 --patience 2", std::string("FAKE=") + fault);
+        Outcome const outcome = bench.pair("--passes 8 --patience 2", std::string("FAKE=") + fault);
         EXPECT_EQ(0, outcome.status) << outcome.err;
         EXPECT_TRUE(contains(outcome.out, told)) << fault << outcome.out;
         EXPECT_TRUE(contains(outcome.out, "0 undecided, 48 same")) << outcome.out;
@@ -144,7 +143,10 @@ TEST(Pair, AnInterruptedComparisonGoesOnWhereItStopped) {
         EXPECT_TRUE(bench.exists("cmp.csv.passes/004.csv"));
         EXPECT_FALSE(bench.exists("cmp.csv.passes/005.csv"));
         EXPECT_EQ(status == 130, bench.exists("cmp.csv")) << "what is complete is merged";
-        EXPECT_EQ(2, bench.pair(words).status) << "without --resume";
+        Outcome const refused = bench.pair(words);
+        EXPECT_EQ(2, refused.status) << "without --resume";
+        EXPECT_TRUE(contains(refused.err, "cmp.csv.passes: has passes already: --resume goes on "
+                                          "with them, or remove the folder\n"));
         EXPECT_EQ(2, bench.pair("--resume " + words + " -- -fSin").status) << "another comparison";
         Outcome const second = bench.pair("--resume " + words, "FAKE_SLOW=3");
         EXPECT_EQ(1, second.status) << second.err;
