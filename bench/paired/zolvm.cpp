@@ -130,14 +130,22 @@ Wrapper const wrapper;
 // Clocks: whoever took the processor while a call paid has paid no later call's share.
 constexpr double interrupted = 500.0;
 
+// Fenced, since a core would wait while it is still at work on the call or on the next one already.
+unsigned long long readCounter() {
+    _mm_lfence();
+    unsigned long long const now = __rdtsc();
+    _mm_lfence();
+    return now;
+}
+
 template <typename Call>
 ZolStatus goOn(Function& function, Call call) {
-    unsigned long long const begin = __rdtsc();
+    unsigned long long const begin = readCounter();
     ZolStatus const status = call();
-    unsigned long long last = __rdtsc();
+    unsigned long long last = readCounter();
     function.owed += static_cast<double>(last - begin) * function.share;
     while (function.owed > 0.0) {
-        unsigned long long const now = __rdtsc();
+        unsigned long long const now = readCounter();
         function.owed -= static_cast<double>(now - last);
         last = now;
     }
