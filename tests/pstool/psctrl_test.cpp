@@ -152,7 +152,11 @@ TEST_F(PsCtrl, TheSSERecordShowsAllSinceInit) {
     g_ssx.start(); // leaves the flags
     g_ssx.stop();
     EXPECT_TRUE(g_ssx.badStatus());
+    double left = 0.0;
+    asm volatile("xorps %%xmm15, %%xmm15" : : : "xmm15");
     g_ssx.clear();
+    asm volatile("movsd %%xmm15, %0" : "=m"(left)); // destroyed, as before each measurement
+    EXPECT_NE(left, 0.0);
     EXPECT_EQ(g_ssx.get(), 0U);
     EXPECT_EQ(ps_get_ssx() & 0x3fU, 0U);
 }
