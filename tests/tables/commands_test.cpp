@@ -2,9 +2,15 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
+#include <regex>
+#include <thread>
+#include <x86intrin.h>
 
 #include "cli/program.h"
 #include "run/machine.h"
+#include "run/plan.h"
+#include "run/progress.h"
+#include "support/storedtext.h"
 
 using namespace tables;
 
@@ -22,6 +28,21 @@ public:
     }
     Outcome pair(std::string const& words, std::string const& environment = "") {
         return run("pair --program ./ps_zolvm --baseline old --library new " + words, environment);
+    }
+    // Shell commands, in which ps_tables is $T, with their answers but for what the clock tells.
+    std::string session(std::vector<std::string> const& commands) const {
+        std::string text;
+        for (std::string const& command : commands) {
+            Outcome const outcome =
+                runShell("cd " + dir.path + "; export PS_CPU_MHZ=2600 TMPDIR=. T='" + PS_TABLES +
+                         "'; " + command);
+            text += "$ " + command + '\n' + outcome.out + "-- and\n" + outcome.err + "exit code " +
+                    std::to_string(outcome.status) + "\n\n";
+        }
+        text = std::regex_replace(text, std::regex(dir.path), "/bench/");
+        text = std::regex_replace(text, std::regex(R"(\n(?!Sin)\w+,32f,[^\n]*)"), "");
+        text = std::regex_replace(text, std::regex(R"(ps_tables\.\w{6}/)"), "TEMP/");
+        return std::regex_replace(text, std::regex(R"(\b[\d.]+ s\b)"), "S s");
     }
     std::string at(std::string const& name) const { return dir.path + name; }
     std::vector<std::string> log() const { return lines(readFile(at("log"))); }
@@ -115,8 +136,6 @@ TEST(Pair, APassThatFailsIsToldAndTheRestGoesOn) {
          "baseline\n"},
         {"hang:2",
          "pass 2 (pair) ended, since it printed nothing for too long in zolsPow_32f_A24\n"},
-        {"crash:2", "zolsExp_32f_A24: EXCPTFAIL\n"},
-        {"nothing:2", "pass 2 (pair) without readings: FATAL ERROR: no such thing\n"},
     };
     for (auto const& [fault, told] : cases) {
         Bench bench;
@@ -126,6 +145,140 @@ TEST(Pair, APassThatFailsIsToldAndTheRestGoesOn) {
         EXPECT_TRUE(contains(outcome.out, "0 undecided, 48 same")) << outcome.out;
         EXPECT_EQ(8U, bench.log().size());
     }
+}
+
+TEST(Pair, SessionsAreToldWhole) {
+    std::string const pair = "$T pair --program ./ps_zolvm --baseline old --library new ";
+    std::string const run = "$T run --program ./ps_zolvm ";
+    std::string const heads = "sed '/^Pass,func/,$d' cmp.csv.passes.csv; ls";
+    std::string const colours = " | grep -c \"$(printf '\\033')\\[\"";
+    std::string const first = " | tr '\\r' '\\n' | grep -c '  0%, pass 1 (plain) $'";
+    auto const seen = [](std::string const& command) { // on a terminal
+        return "script -qec '" + command + "' /dev/null";
+    };
+    std::vector<std::vector<std::string>> const sessions = {
+        {"FAKE_SLOW=1 OMP_NUM_THREADS=2 GLIBC_TUNABLES=a=b LD_PRELOAD= LD_LIBRARY_PATH=/lib " +
+             pair + "--passes 5 --more 2 -o cmp.csv -- -l32 \"-nit's\"",
+         heads, "cat log"},
+        {"FAKE=crash:[23] " + run + "--passes 3 -o cmp.csv", heads, "cat cmp.csv"},
+        {"FAKE=die:3 " + run + "-o cmp.csv", heads},
+        {"FAKE=nothing:2 " + pair + "--passes 4 --no-confirm --threshold 2"},
+        {"FAKE=INT:3 " + pair + "--passes 6 -o cmp.csv", "ls; ls cmp.csv.passes",
+         pair + "--passes 6 -o cmp.csv", pair + "--passes 6 -o cmp.csv --resume -- -l32",
+         pair + "--passes 6 -o cmp.csv --resume"},
+        {"FAKE=INT:2 " + run, "FAKE=INT:4 " + run + "-o cmp.csv", heads},
+        {"FAKE='nothing:[12]' " + run + "-o cmp.csv"},
+        {"FAKE='nothing:[24]' FAKE_SAYS='-- Baseline: none' " + run},
+        {"FAKE='nothing:*' FAKE_CODE=3 FAKE_SAYS='-- Can\\0047t read a.ini' " + run},
+        {"FAKE='nothing:*' FAKE_CODE=127 FAKE_SAYS='ps: error while loading: a' " + run},
+        {"FAKE='nothing:*' FAKE_SAYS='sh: srun: not found\\nand so on' " + run},
+        {"FAKE='nothing:*' FAKE_SAYS=so FAKE_CODE=139 " + run},
+        {"FAKE=nothing:1 FAKE_SAYS='| Function  : zolsA b\\n-- It came from the baseline\\n"
+         "| -UNDEFINED zolsA |\\n| Function  : zolsB b\\n| -SKIPFAIL zolsB |' " +
+         run},
+        {pair + "--passes 3", pair + "--no-control --passes 1", run + "--only 1",
+         run + "--only 6 -o a",
+         "unset PS_CPU_MHZ; " + run + "--launch ' env  FAKE_WORD=launched ' --only 1 -o a",
+         "cat log a.passes/*.txt a.passes/*.csv",
+         "PATH=.:$PATH $T run --program ps_zolvm --only 1 -o b", "cat b.passes/job.txt",
+         run + "--resume", run + "--library none", run + "-o log/a", run + "-- -dBaseline=a",
+         run + "--array", pair + "--array", "$T machine | head -c 9", "ls"},
+        {"FAKE_SLOW=3 " + pair + "-q --passes 4 --no-control -o t.csv",
+         seen("$T verdict t.csv.passes.csv") + colours,
+         "NO_COLOR= " + seen("$T verdict t.csv.passes.csv") + colours,
+         "NO_COLOR=1 " + seen("$T verdict t.csv.passes.csv") + colours,
+         "$T verdict t.csv.passes.csv" + colours, seen(run) + first, seen(run + "-q") + first},
+    };
+    std::string text;
+    for (std::vector<std::string> const& commands : sessions) {
+        text += Bench().session(commands);
+    }
+    EXPECT_TRUE(matchesStored("tables/passes", text));
+}
+
+TEST(Plan, IsStoredWhole) {
+    std::string text;
+    auto const tell = [&text](std::vector<PlannedPass> const& plan) {
+        for (PlannedPass const& one : plan) {
+            text +=
+                std::to_string(one.number) + ' ' + one.kind + (one.baselineFirst ? "*, " : ", ");
+        }
+        text += '\n';
+    };
+    for (int const passes : {4, 5, 9, 20}) {
+        tell(planPairs(passes, true));
+    }
+    tell(planPairs(3, false));
+    tell(planPasses("more", 3, 21, {"Sin_32f_A24"}));
+    Job const jobs[] = {
+        {"ps_zolvm", "", "", {}, {}, 0, ""},
+        {"/a b/ps", "/new", "", {"-l32", "it's", ""}, {}, 2600, ""},
+        {"ps", "/new", "/old/libzolvm.so", {"-Ta", "-l8"}, {}, 0, ""},
+        {"ps",
+         "",
+         "/tmp",
+         {"-Ta", "-dBaselineFeatures=b", "-l8", "-dBaselineFeatures=c"},
+         {},
+         0,
+         ""},
+    };
+    for (Job const& job : jobs) {
+        text += job.identity();
+        for (char const* const kind : {"pair", "control"}) {
+            if (kind == std::string("pair") || !job.baseline.empty()) {
+                text += passScript(job, {7, kind, *kind == 'p', {"Sin_32f_A24", "Cos_64f_A53"}},
+                                   "/out/007.csv");
+            }
+        }
+    }
+    text += arrayScript({"ps_tables", "run", "--array", "-o", "a b.csv"}, 12);
+    for (std::string const& key :
+         cells("-r,/R1,-u,-U,-o,-O,-q,-Q,-g,-e,-v,-h,-I,-A,-?,-dBaseline=x,"
+               "-dBaselineIn=process,-l32,-,r,-T")) {
+        try {
+            refuseOwnKeys({"-l8", key});
+            text += key + " is fine\n";
+        } catch (std::exception const& failure) {
+            text += failure.what() + std::string("\n");
+        }
+    }
+    EXPECT_TRUE(matchesStored("tables/plans", text));
+}
+
+TEST(Progress, ATerminalHasOneLineThatChanges) {
+    auto const later = [] { std::this_thread::sleep_for(std::chrono::milliseconds(120)); };
+    testing::internal::CaptureStderr();
+    auto const start = std::chrono::steady_clock::now();
+    Progress progress(Progress::Way::terminal);
+    progress.planBegins(1000);
+    progress.passBegins(1, "pair");
+    later();
+    progress.functionBegins("zolsSin");
+    progress.functionBegins("zolsCos"); // too soon
+    progress.passEnds("fine");
+    progress.passBegins(2, "control");
+    progress.note("again");
+    later();
+    progress.functionBegins("zolsSin");
+    std::chrono::duration<double> const took = std::chrono::steady_clock::now() - start;
+    progress.planBegins(1);
+    progress.passBegins(3, "more");
+    progress.passEnds("fine");
+    std::string const text = testing::internal::GetCapturedStderr();
+    std::string const at = "\r\033[K";
+    std::regex const time(R"((\d+):(\d\d) left)");
+    EXPECT_EQ(at + "  0%, pass 1 (pair) " + at + "  0%, pass 1 (pair) zolsSin" + at +
+                  "  0%, T, pass 2 (control) " + at + "again\n" + at +
+                  "  0%, T, pass 2 (control) zolsSin" + at + "  0%, pass 3 (more) " + at,
+              std::regex_replace(text, time, "T"));
+    // One and a half of a thousand passes have taken 0.24 s.
+    std::smatch last;
+    std::string const tail = text.substr(std::min(text.find("again"), text.size()));
+    ASSERT_TRUE(std::regex_search(tail, last, time));
+    int const left = std::stoi(last[1]) * 60 + std::stoi(last[2]);
+    EXPECT_GE(left, 158);
+    EXPECT_LE(left, took.count() * 666 + 1);
+    EXPECT_LT(std::stoi(last[2]), 60);
 }
 
 TEST(Pair, AnInterruptedComparisonGoesOnWhereItStopped) {
@@ -296,31 +449,33 @@ TEST(Run, OutputsAreWholeOrNotThere) {
     EXPECT_EQ("", runShell("ls " + bench.at("") + " | grep new[0-9]").out) << "left behind";
 }
 
-TEST(Machine, ItsLineSaysWhatItIsFitFor) {
-    struct {
-        MachineState state;
-        bool fit;
-        char const* advice;
-    } const cases[] = {
-        {{1, 1, 0, 0, 2, 2, "performance", "0-1"}, true, "not pinned"},
-        {{0.98, 0.95, 0.03, 1, 1, 2, "", ""},
-         true,
-         "pinned to 1 of them\nfrequency governor: not shown\n"},
-        {{0.97, 1, 0, 0, 2, 2, "", ""}, false, "- other work takes this processor"},
-        {{1, 0.94, 0, 0, 2, 2, "", ""}, false, "- something runs on the core's other thread"},
-        {{1, 1, 0.04, 0, 2, 2, "", ""}, false, "- the core's clock moves"},
+TEST(Machine, ItsTextSaysWhatItIsFitFor) {
+    MachineState const states[] = {
+        {1, 1, 0, 0, 2, 2, "performance", "0-1"},
+        {0.98, 0.95, 0.03, 1, 1, 2, "", ""},
+        {0.97, 1, 0, 0, 2, 2, "", ""},
+        {1, 0.94, 0, 0, 2, 2, "", ""},
+        {1, 1, 0.04, 0, 2, 2, "", ""},
+        {0.5, 0.044, 0.3149, 3, 4, 8, "powersave", "3,7"},
     };
-    for (auto const& [state, fit, advice] : cases) {
-        std::string const text = machineText(state);
-        EXPECT_EQ(fit, contains(text, ": absolute numbers are fit to compare\n")) << text;
-        EXPECT_EQ(!fit, contains(text, ": compare by pairs only (ps_tables pair)\n"));
-        EXPECT_TRUE(contains(text, advice)) << text;
+    std::string text;
+    for (MachineState const& state : states) {
+        text += machineText(state);
     }
+    EXPECT_TRUE(matchesStored("tables/machines", text));
     MachineState const here = watchMachine(0.2);
     EXPECT_GT(here.ours, 0.0);
     EXPECT_LE(here.ours, 1.0);
     EXPECT_GT(here.quiet, 0.0);
     EXPECT_LE(here.quiet, 1.0);
+    EXPECT_GE(here.clockSpread, 0.0);
     EXPECT_LT(here.clockSpread, 2.0);
     EXPECT_GE(here.online, here.processors);
+
+    auto const start = std::chrono::steady_clock::now();
+    unsigned long long const first = __rdtsc();
+    int const mhz = counterMHz();
+    auto const clocks = static_cast<double>(__rdtsc() - first);
+    std::chrono::duration<double, std::micro> const took = std::chrono::steady_clock::now() - start;
+    EXPECT_NEAR(clocks / took.count(), mhz, 0.05 * mhz);
 }

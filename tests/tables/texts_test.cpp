@@ -75,6 +75,7 @@ protected:
         put("login.csv", passesOf("login", "ff", 0, 4));
         put("before.csv", passesOf("lab1", "aaaa", 0, 5));
         put("after.csv", passesOf("lab1", "aaaa", 0.2, 6));
+        put("little.csv", passesOf("lab1", "aaaa", 0.02, 6));
         put("one.csv", passesOf("lab1", "a", 0, 7));
         put("other.csv", passesOf("lab1", "a", 0.9, 8));
         runShell("grep -v ,Abs, " + dir.path + "after.csv >" + dir.path + "less.csv; mkdir " +
@@ -154,8 +155,9 @@ TEST_F(Texts, ExportsAndHistory) {
          {"export lab1.csv --to gbench --baseline -o g.json", "import g.json",
           "import g.json --mhz 1000", "export pairs.csv --to gobench --baseline --threshold 5",
           "export pairs.csv --to junit --fail-on changed", "export lab1.csv stray.csv --to junit",
-          "export stray.csv --to long", "history dates", "history dates --rows 1",
-          "history dates --format csv", "history dates --format json --threshold 15",
+          "export little.csv --against before.csv --to junit", "export stray.csv --to long",
+          "history dates", "history dates --rows 1", "history dates --format csv",
+          "history dates --format json --threshold 15",
           "history --baseline-chain lab1.csv pairs.csv --label a --label b",
           "history --baseline-chain stray.csv"}) {
         commands.emplace_back(words);
