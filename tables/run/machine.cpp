@@ -25,6 +25,7 @@ using namespace std::chrono;
 constexpr auto window = milliseconds(10); // long against what disturbs, short against clock states
 // A sentinel takes some 500 clocks; what lies between two beyond this was not ours.
 constexpr unsigned long long ourGap = 20000;
+constexpr unsigned noReading = ~0U;
 
 // Bounds within which absolute numbers of runs agree.
 constexpr double leastOurs = 0.98;
@@ -57,7 +58,7 @@ MachineState watchMachine(double seconds) {
     std::vector<double> lows; // the least reading of each window
     auto const start = steady_clock::now();
     auto windowEnd = start + window;
-    unsigned least = ~0U;
+    unsigned least = noReading;
     unsigned long long const first = __rdtsc();
     unsigned long long before = first;
     unsigned long long lost = 0;
@@ -73,10 +74,10 @@ MachineState watchMachine(double seconds) {
         }
         before = after;
         if (now > windowEnd) {
-            if (least != ~0U) {
+            if (least != noReading) {
                 lows.push_back(least);
             }
-            least = ~0U;
+            least = noReading;
             windowEnd = now + window;
         }
     }

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
 #include <regex>
+#include <sched.h>
 #include <thread>
 #include <x86intrin.h>
 
@@ -129,24 +130,6 @@ TEST(Pair, ExitCodesTellWhatWasFound) {
     }
 }
 
-TEST(Pair, APassThatFailsIsToldAndTheRestGoesOn) {
-    std::pair<char const*, char const*> const cases[] = {
-        {"die:3",
-         "pass 3 (control) died by signal 11 (Segmentation fault) in zolsPow_32f_A24 of the "
-         "baseline\n"},
-        {"hang:2",
-         "pass 2 (pair) ended, since it printed nothing for too long in zolsPow_32f_A24\n"},
-    };
-    for (auto const& [fault, told] : cases) {
-        Bench bench;
-        Outcome const outcome = bench.pair("--passes 8 --patience 2", std::string("FAKE=") + fault);
-        EXPECT_EQ(0, outcome.status) << outcome.err;
-        EXPECT_TRUE(contains(outcome.out, told)) << fault << outcome.out;
-        EXPECT_TRUE(contains(outcome.out, "0 undecided, 48 same")) << outcome.out;
-        EXPECT_EQ(8U, bench.log().size());
-    }
-}
-
 TEST(Pair, SessionsAreToldWhole) {
     std::string const pair = "$T pair --program ./ps_zolvm --baseline old --library new ";
     std::string const run = "$T run --program ./ps_zolvm ";
@@ -161,7 +144,7 @@ TEST(Pair, SessionsAreToldWhole) {
              pair + "--passes 5 --more 2 -o cmp.csv -- -l32 \"-nit's\"",
          heads, "cat log"},
         {"FAKE=crash:[23] " + run + "--passes 3 -o cmp.csv", heads, "cat cmp.csv"},
-        {"FAKE=die:3 " + run + "-o cmp.csv", heads},
+        {"FAKE=die:3 " + pair + "--passes 8 -o cmp.csv", "grep Ended cmp.csv.passes.csv; cat log"},
         {"FAKE=nothing:2 " + pair + "--passes 4 --no-confirm --threshold 2"},
         {"FAKE=INT:3 " + pair + "--passes 6 -o cmp.csv", "ls; ls cmp.csv.passes",
          pair + "--passes 6 -o cmp.csv", pair + "--passes 6 -o cmp.csv --resume -- -l32",
@@ -187,7 +170,16 @@ TEST(Pair, SessionsAreToldWhole) {
          seen("$T verdict t.csv.passes.csv") + colours,
          "NO_COLOR= " + seen("$T verdict t.csv.passes.csv") + colours,
          "NO_COLOR=1 " + seen("$T verdict t.csv.passes.csv") + colours,
-         "$T verdict t.csv.passes.csv" + colours, seen(run) + first, seen(run + "-q") + first},
+         "$T verdict t.csv.passes.csv" + colours, seen(run) + first, seen(run + "-q") + first,
+         "cat t.csv.passes.csv | $T verdict /dev/stdin --format csv | wc -l",
+         "mkfifo p; timeout 9 wc -l <p & $T export t.csv --to gobench -o p; wait; test -p p",
+         "echo old >e; ln e f; $T export t.csv --to gobench -o e; cat f; wc -l <e",
+         "$T export t.csv --to gobench -o new", "$T export t.csv --to gobench -o /dev/full"},
+        // What does not end when it is asked to, and what a pass leaves running.
+        {"printf 'sleep 50 & echo $! >left; trap \"\" TERM; \"$@\"' >deaf; FAKE=hang:1 timeout "
+         "25 " +
+             run + "--patience 2 --passes 1 --launch 'sh deaf' -o cmp.csv",
+         "grep Ended cmp.csv.passes.csv; cat /proc/$(cat left)/status 2>/dev/null | grep -c :.S"},
     };
     std::string text;
     for (std::vector<std::string> const& commands : sessions) {
@@ -463,14 +455,35 @@ TEST(Machine, ItsTextSaysWhatItIsFitFor) {
         text += machineText(state);
     }
     EXPECT_TRUE(matchesStored("tables/machines", text));
-    MachineState const here = watchMachine(0.2);
-    EXPECT_GT(here.ours, 0.0);
-    EXPECT_LE(here.ours, 1.0);
-    EXPECT_GT(here.quiet, 0.0);
-    EXPECT_LE(here.quiet, 1.0);
-    EXPECT_GE(here.clockSpread, 0.0);
-    EXPECT_LT(here.clockSpread, 2.0);
-    EXPECT_GE(here.online, here.processors);
+
+    MachineState here;
+    bool quiet = false; // for a moment
+    for (int tries = 0; tries < 40 && !quiet; ++tries) {
+        here = watchMachine(0.05);
+        EXPECT_GT(here.ours, 0.0);
+        EXPECT_LE(here.ours, 1.0);
+        EXPECT_LE(here.quiet, 1.0);
+        EXPECT_GE(here.clockSpread, 0.0);
+        quiet = here.quiet > 0.5 && here.clockSpread < 0.5;
+    }
+    EXPECT_TRUE(quiet) << machineText(here);
+    cpu_set_t before;
+    cpu_set_t one;
+    ASSERT_EQ(0, sched_getaffinity(0, sizeof before, &before));
+    CPU_ZERO(&one);
+    CPU_SET(here.processor, &one);
+    ASSERT_EQ(0, sched_setaffinity(0, sizeof one, &one));
+    MachineState const pinned = watchMachine(0.01);
+    ASSERT_EQ(0, sched_setaffinity(0, sizeof before, &before));
+    EXPECT_EQ(CPU_COUNT(&before), here.processors);
+    EXPECT_EQ(1, pinned.processors);
+    EXPECT_EQ(here.processor, pinned.processor);
+    EXPECT_EQ(here.siblings, pinned.siblings);
+    EXPECT_EQ(runShell("getconf _NPROCESSORS_ONLN").out, std::to_string(here.online) + "\n");
+    EXPECT_EQ(runShell("cat /sys/devices/system/cpu/cpu" + std::to_string(here.processor) +
+                       "/topology/thread_siblings_list")
+                  .out,
+              here.siblings + (here.siblings.empty() ? "" : "\n"));
 
     auto const start = std::chrono::steady_clock::now();
     unsigned long long const first = __rdtsc();
