@@ -47,16 +47,7 @@ bool there(char const* command) { return runShell(command).status == 0; }
 
 } // namespace
 
-TEST_F(Exports, LongFormHasEveryReadingOfBothSides) {
-    std::vector<std::string> const csv = lines(exported("long"));
-    ASSERT_EQ(41U, csv.size());
-    EXPECT_EQ("machine,pass,side,function,family,type,accuracy,length,parameters,clocks,usec,calls,"
-              "pair_ratio,verdict,ratio,low,high",
-              csv[0]);
-    std::string const start = "here (Some),1,library,Sin_32f_A24,Sin,32f,A24,64,-;-;-;-;-;-;-,2.2,"
-                              "0.11,8,1.1,slower,1.100";
-    EXPECT_EQ(start, csv[1].substr(0, start.size()));
-    EXPECT_TRUE(contains(csv[22], "here (Some),1,baseline,<Cos&>_64f,<Cos&>,64f,-,128,1;-;"));
+TEST_F(Exports, LongFormIsAsItsSchemaSays) {
     json const all = json::parse(exported("json"));
     ASSERT_EQ(40U, all["rows"].size());
     json const schema = json::parse(tables::readFile(DOCS "/long.schema.json")).at("properties");
@@ -79,27 +70,13 @@ TEST_F(Exports, LongFormHasEveryReadingOfBothSides) {
             EXPECT_TRUE(words.is_null() || std::count(words.begin(), words.end(), row[i]) == 1);
         }
     }
-    EXPECT_NEAR(2.0, all["rows"][20][9], 0.001); // clocks of the baseline
 }
 
 TEST_F(Exports, GoogleBenchmarksJsonIsComparedAndComesBack) {
-    json const library = json::parse(exported("gbench", "new.json"));
-    json const baseline = json::parse(exported("gbench --baseline", "old.json"));
-    EXPECT_EQ(2600, library["context"]["mhz_per_cpu"]);
-    ASSERT_EQ(20U, library["benchmarks"].size());
-    json const& tenth = library["benchmarks"][9];
-    EXPECT_EQ("Sin_32f_A24/64", tenth["name"]);
-    EXPECT_EQ(9, tenth["repetition_index"]);
-    EXPECT_EQ(8, tenth["iterations"]);
-    EXPECT_DOUBLE_EQ(110, tenth["real_time"]);
-    EXPECT_NEAR(100, baseline["benchmarks"][0]["cpu_time"], 0.1);
-
+    exported("gbench", "new.json");
+    exported("gbench --baseline", "old.json");
     Outcome const import = run("import new.json -o back.csv");
     EXPECT_EQ(0, import.status) << import.err;
-    std::string const back = tables::readFile(dir.path + "back.csv");
-    EXPECT_TRUE(contains(back, "CPU,unknown, 2x2.6 GHz\nComputer,here\n"));
-    EXPECT_TRUE(contains(back, "Sin_32f_A24,-,-,64,-,-,-,-,-,-,-,nLps=8 passes=10 spread=0.0%,4.47,"
-                               "e,0.11,-\n"));
     run("import old.json -o before.csv");
     EXPECT_TRUE(
         contains(run("compare --fail-on never before.csv.passes.csv back.csv.passes.csv").out,
@@ -117,52 +94,26 @@ TEST_F(Exports, GoogleBenchmarksJsonIsComparedAndComesBack) {
 
 TEST_F(Exports, ImportTellsWhatIsNoReading) {
     char const* const context = "{\"context\": {\"mhz_per_cpu\": 1000}, \"benchmarks\": [";
-    struct {
-        std::string text;
-        char const* words;
-        int status;
-        char const* printed;
-    } const cases[] = {
-        {std::string(context) + R"({"name": "BM_a<int, 2>/7/32/real_time", "cpu_time": 3.2,
-            "time_unit": "us", "iterations": 5}, {"name": "x_mean", "run_type": "aggregate"},
-            {"name": "y", "error_occurred": true}]})",
-         "", 0, "BM_a<int; 2>/7,-,-,32,-,-,-,-,-,-,-,nLps=5 passes=1 spread=0.0%,100,e,3.2,-\n"},
-        {std::string(context) + R"({"name": "a", "cpu_time": 2}]})", "--mhz 500", 0,
-         "a,-,-,1,-,-,-,-,-,-,-,nLps=1 passes=1 spread=0.0%,1.00,e,0.002,-\n"},
-        {R"({"context": {}, "benchmarks": []})", "", 2, "in.json: no 'mhz_per_cpu': --mhz "},
-        {std::string(context) + R"({"name": "a", "run_type": "aggregate"}]})", "", 2,
-         "no benchmark ran"},
-        {std::string(context) + R"({"name": "a", "cpu_time": 0}]})", "", 2, "no time above 0"},
-        {std::string(context) + R"({"name": "a", "cpu_time": 1, "time_unit": "h"}]})", "", 2,
+    std::pair<std::string, char const*> const cases[] = {
+        {R"({"context": {}, "benchmarks": []})", "in.json: no 'mhz_per_cpu': --mhz "},
+        {std::string(context) + R"({"name": "a", "run_type": "aggregate"}]})", "no benchmark ran"},
+        {std::string(context) + R"({"name": "a", "cpu_time": 0}]})", "no time above 0"},
+        {std::string(context) + R"({"name": "a", "cpu_time": 1, "time_unit": "h"}]})",
          "unknown unit of time"},
-        {std::string(context) + R"({"name": 1, "cpu_time": 1}]})", "", 2, "not the JSON of"},
-        {"{", "", 2, "not the JSON of"},
+        {std::string(context) + R"({"name": 1, "cpu_time": 1}]})", "not the JSON of"},
+        {"{", "not the JSON of"},
     };
-    for (auto const& [text, words, status, printed] : cases) {
+    for (auto const& [text, told] : cases) {
         replaceFile(dir.path + "in.json", text);
-        Outcome const outcome = run(std::string("import in.json ") + words);
-        EXPECT_EQ(status, outcome.status) << text;
-        EXPECT_TRUE(contains(status == 0 ? outcome.out : outcome.err, printed))
-            << outcome.out << outcome.err;
+        Outcome const outcome = run("import in.json");
+        EXPECT_EQ(2, outcome.status) << text;
+        EXPECT_TRUE(contains(outcome.err, told)) << outcome.err;
     }
 }
 
-TEST_F(Exports, GoTextAndJUnit) {
-    std::vector<std::string> const go = lines(exported("gobench"));
-    ASSERT_EQ(24U, go.size());
-    EXPECT_EQ("cpu: Some, 2x2.6 GHz", go[3]);
-    EXPECT_EQ("Benchmark_Sin_32f_A24/length=64 \t8\t110 ns/op\t2.2 clocks/element", go[4]);
-
-    std::string const xml = exported("junit", "verdict.xml");
-    EXPECT_TRUE(contains(xml,
-                         "<testsuite name=\"here (Some)\" tests=\"2\" failures=\"1\" errors=\"0\" "
-                         "skipped=\"0\">"))
-        << xml;
-    EXPECT_TRUE(contains(xml, "<failure type=\"slower\" message=\"+10.0% ["));
-    EXPECT_TRUE(contains(xml, "name=\"&lt;Cos&amp;&gt;_64f length 128\"/>"));
-    Outcome const plain = run("import p0.csv >/dev/null; '" PS_TABLES "' export p0.csv --to junit "
-                              "--against p1.csv");
-    EXPECT_TRUE(contains(plain.out, "<skipped message=\"")) << plain.out << plain.err;
+TEST_F(Exports, JUnitIsReadByAnother) {
+    EXPECT_TRUE(
+        contains(exported("junit", "verdict.xml"), "name=\"&lt;Cos&amp;&gt;_64f length 128\"/>"));
     if (!there("/usr/bin/python3 -c 'import junitparser'")) {
         GTEST_SKIP() << "without python3-junitparser the XML was not tried in a reader";
     }

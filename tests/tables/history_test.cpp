@@ -109,16 +109,6 @@ TEST(History, PutsTablesInOrderAndLeavesOutBrokenOnes) {
     EXPECT_TRUE(contains(text.out, "note: left out: all/broken.csv: row 2: "));
     EXPECT_TRUE(contains(text.out, "note: there (): 1 date, steps take 8\n+10.0% ["));
     EXPECT_TRUE(contains(text.out, "]  Sin_32f_A24 at 64..128  from 2026-01-08 10:00 v8 on here"));
-    EXPECT_TRUE(contains(history("all --format csv").out,
-                         "\n\"here ()\",\"2026-01-08 10:00 v8\",\"Sin_32f_A24\",64,128,2,1.1"));
-
-    EXPECT_EQ(0, history("all -o page.html").status);
-    std::string const page = tables::readFile(dir.path + "page.html");
-    EXPECT_TRUE(contains(page,
-                         "v12 on here (); there ()</p><p class=\"verdict slower\">1 step in 1 of "
-                         "2 functions, worst Sin_32f_A24 at 64..128 by +10.0% from "
-                         "2026-01-08 10:00 v8.</p>"));
-    EXPECT_TRUE(contains(page, "<dt>2026-01-12 10:00 v12</dt><dd>all/n.csv</dd>"));
     EXPECT_EQ(2, history("all -o all/n.csv").status);
 
     for (int day = 1; day <= 3; ++day) {

@@ -42,7 +42,12 @@ Passes read(std::string const& text) {
 TEST(Table, WhatIsReadIsWrittenToTheByte) {
     std::string const rows = row("Sin,32f,A24,32", "nLps=1024 acc=7.5%") +
                              row("Sin,32f,A24,64", pairWords, "3.04") +
-                             row("Rint,64f,-,64", "-", "0.0123", "3.34");
+                             row("Rint,64f,-,64", "-", "0.0123", "3.34") +
+                             row("CPU,64f,-,64", "-", "1.000e-09", "1e+12") +
+                             row("Pass,64f,-,1",
+                                 "base=1.000e-16 ratio=1.0000 lo=1.0000 hi=1.0000 "
+                                 "nPrs=1 shared",
+                                 "1.000e+12", "1e-09");
     Passes const passes = read(head + title + rows);
     EXPECT_EQ(head + title + rows, tableText(passes.points, passes.list[0]));
     EXPECT_EQ("Sin_32f_A24", passes.points[1].function());
@@ -59,7 +64,16 @@ TEST(Table, WhatIsReadIsWrittenToTheByte) {
     EXPECT_EQ(2U, read(twoRuns).list.size());
     std::string const passesFile = passesText(read(twoRuns));
     EXPECT_EQ(passesFile, passesText(read(passesFile)));
-    EXPECT_EQ(3U, read(passesFile).list[1].readings.size());
+    EXPECT_EQ(5U, read(passesFile).list[1].readings.size());
+
+    // Rows of passes in any order, lines that are just short enough, bytes of any alphabet.
+    std::string const mixed = "Pass,1\nPass,2\nCPU,\ta\x80\nOS," + std::string(65533, 'x') +
+                              "\nPass," + title + "2," + row("Sin,32f,A24,32") + "1," +
+                              row("Sin,32f,A24,32") + "2," + row("Sin,32f,A24,64");
+    Passes const apart = read(mixed);
+    EXPECT_EQ(1U, apart.list[0].readings.size());
+    EXPECT_EQ(2U, apart.list[1].readings.size());
+    EXPECT_EQ(" a\x80", apart.list[1].head.get(key::cpu));
 }
 
 TEST(Table, RowsThatMeasureNothingNewAreLeftOut) {
@@ -103,6 +117,18 @@ TEST(Table, BadInputIsToldWithFileAndRow) {
          "a.csv: row 2: a pair needs base, ratio, lo, hi, nPrs, and quiet or shared"},
         {changed("nLps=8", "base=3 ratio=2 lo=2.1 hi=3 nPrs=8 shared"),
          "a.csv: row 2: the ratio lies outside its interval"},
+        {changed("nLps=8", "base=3 ratio=4 lo=2 hi=3 nPrs=8 shared"),
+         "a.csv: row 2: the ratio lies outside its interval"},
+        {changed("nLps=8", "base=0"), "a.csv: row 2: base '0' is no number from 1e-16 to 1e+17"},
+        {changed("nLps=8", "acc=0%"), "a.csv: row 2: acc '0' is no number from 1e-09 to 1e+12"},
+        {changed("nLps=8", "nPrs=0"), "a.csv: row 2: nPrs '0' is no whole number from 1"},
+        {changed("0.0487", "0"), "a.csv: row 2: time '0' is no number from 1e-09 to 1e+12"},
+        {"CPU,\x7f\n" + good, "a.csv: row 1: not a text"},
+        {"CPU," + std::string(65533, 'x') + "\n" + good,
+         "a.csv: row 1: the line is longer than 65536 characters"},
+        {good + title, "a.csv: row 3: a title among the rows"},
+        {"Pass,1\nPass," + title + "1," + row("funcBase,32f,A24,32"),
+         "a.csv: row 3: a title among the rows"},
         {changed("nLps=8", "base=3 ratio=-nan lo=2 hi=3 nPrs=8 shared"),
          "a.csv: row 2: ratio '-nan' is no number from 0.0001 to 1e+06"},
         {"Pass,1\nPass,funcBase" + good.substr(8),
@@ -112,6 +138,16 @@ TEST(Table, BadInputIsToldWithFileAndRow) {
     };
     for (auto const& [text, wanted] : cases) {
         EXPECT_EQ(wanted, refusal(text));
+    }
+    // Each word once: none may be there twice, in place of another one or beside all.
+    std::string const words[] = {"base=3", "ratio=2", "lo=1", "hi=3", "nPrs=8", "quiet", ""};
+    for (std::string const& missing : words) {
+        std::string twice = missing == "base=3" ? "hi=3" : "base=3";
+        for (std::string const& word : words) {
+            twice += word == missing ? "" : ' ' + word;
+        }
+        EXPECT_EQ("a.csv: row 2: a pair needs base, ratio, lo, hi, nPrs, and quiet or shared",
+                  refusal(changed("nLps=8", twice)));
     }
     for (char const* number : {"nan", "inf", "-3.19", "0", "1e-99", "1e99", "3.19x", "", "-"}) {
         EXPECT_EQ(std::string("a.csv: row 2: clocks '") + number +

@@ -42,9 +42,9 @@ std::string passesOf(std::string const& computer, std::string const& kinds, doub
                 char text[240];
                 char const* const point[] = {"Sin,32f,A24", "Cos,64f,A53", "Abs,64f,-",
                                              "Pow,32f,A11"};
-                std::snprintf(text, sizeof text, "%s,%s,%d,%c,-,-,-,-,-,-,nLps=%d%s",
-                              number.c_str(), point[function], length, function == 2 ? '1' : '-',
-                              function + 2, function == 1 ? " acc=7.5%" : "");
+                char const* const words[] = {"nLps=2", "nLps=3 acc=7.5%", "-", "nCalls=5"};
+                std::snprintf(text, sizeof text, "%s,%s,%d,%c,-,-,-,-,-,-,%s", number.c_str(),
+                              point[function], length, function == 2 ? '1' : '-', words[function]);
                 rows += text;
                 if (paired) {
                     std::snprintf(text, sizeof text,
@@ -62,6 +62,45 @@ std::string passesOf(std::string const& computer, std::string const& kinds, doub
     return heads + "Pass," + titles + rows;
 }
 
+// Four passes of so many points that scales borrow from each other: 33 functions at 32 elements,
+// five at 64, of scales that differ; some lack passes, some are far from what is usual.
+std::string manyOf(int day, double scale, double change) {
+    std::string text;
+    std::uint32_t state = static_cast<std::uint32_t>(day) * 104729;
+    for (int pass = 0; pass < 4; ++pass) {
+        text += "CPU,B chip\nComputer,lab3\nStart,Thu Feb " + std::to_string(10 + day) +
+                " 10:00:00 2026\n" + titles;
+        for (int function = 0; function < 38; ++function) {
+            state = state * 1103515245U + 12345U;
+            double const noise = (state >> 16 & 0x7fff) / 16384. - 1;
+            double const ratio = (1 + (function % 16 == 0 ? change : 0)) *
+                                 (1 + noise * scale * (1 + function % 5 + 9 * (function > 32)));
+            double const clocks = (function == 5   ? 1e10
+                                   : function == 6 ? 2e-5
+                                                   : 1.5 + function * function) *
+                                  ratio;
+            char row[240];
+            std::snprintf(row, sizeof row,
+                          "F%d,32f,A24,%d,-,-,-,-,-,-,-,base=%.3e ratio=%.4f lo=%.4f hi=%.4f "
+                          "nPrs=9 quiet,%.3e,e,1,-\n",
+                          function, function < 33 ? 32 : 64, clocks / ratio, ratio, ratio - .001,
+                          ratio + .002, clocks);
+            text += pass < 4 - function % 9 || function % 9 > 3 ? row : "";
+        }
+    }
+    return text;
+}
+
+// What another program wrote: names and numbers of all sorts.
+constexpr char foreign[] = R"({"context": {"mhz_per_cpu": 2600.4}, "benchmarks": [
+    {"name": "a/9,b/0", "cpu_time": 2}, {"name": "a/9,b/0", "cpu_time": 2.5, "iterations": 3e9},
+    {"name": "n/123456789", "cpu_time": 2, "time_unit": "ms", "iterations": 7},
+    {"name": "n/1234567890", "cpu_time": 2, "time_unit": "s"}, {"name": "n/", "cpu_time": 3},
+    {"name": "n/032/process_time", "cpu_time": 4}, {"name": "n/32/manual_time", "cpu_time": 5},
+    {"name": "n <int>/3x", "cpu_time": 6}, {"name": "x_mean", "run_type": "aggregate"},
+    {"name": "y", "error_occurred": true}, {"name": "BM_a<int, 2>/7/32/real_time",
+    "cpu_time": 3.2, "time_unit": "us", "iterations": 5}]})";
+
 // A folder of tables, and what commands in it print and write.
 class Texts : public testing::Test {
 protected:
@@ -78,12 +117,24 @@ protected:
         put("little.csv", passesOf("lab1", "aaaa", 0.02, 6));
         put("one.csv", passesOf("lab1", "a", 0, 7));
         put("other.csv", passesOf("lab1", "a", 0.9, 8));
+        put("early.csv", passesOf("lab1", std::string(25, 'a'), 0, 9));
+        put("late.csv", passesOf("lab1", std::string(26, 'a'), 0.1, 10));
+        put("many.csv", manyOf(1, 0.0004, 0.03));
+        put("many2.csv", manyOf(2, 0.0009, 0.2));
+        put("foreign.json", foreign);
         runShell("grep -v ,Abs, " + dir.path + "after.csv >" + dir.path + "less.csv; mkdir " +
-                 dir.path + "dates");
+                 dir.path + "dates " + dir.path + "days");
         for (int day = 1; day <= 12; ++day) {
             writeFile(dir.path + "dates/" + std::to_string(day) + ".csv",
                       passesOf("lab1", "a", day < 7 ? 0 : 0.2, day));
+            writeFile(dir.path + "days/" + std::to_string(day) + ".csv",
+                      manyOf(day, 0.002, day < 7 ? 0 : 0.1));
         }
+        // Points that come later, that lack a date, and another machine.
+        runShell("cd " + dir.path +
+                 "dates && sed -i /,Abs,/d 1.csv 2.csv && "
+                 "sed -i /,Cos,64f,A53,64/d 9.csv && "
+                 "sed s/,lab1/,lab2/ 3.csv >3b.csv");
     }
     // The commands with their answers, which numbers of no more digits than are sure.
     std::string session(std::vector<std::string> const& commands) const {
@@ -140,7 +191,9 @@ TEST_F(Texts, Verdicts) {
          {"verdict pairs.csv --rows 1", "verdict pairs.csv --rows 0 --threshold 3",
           "verdict lab1.csv --format markdown --rows 1 --fail-on never", "verdict login.csv",
           "verdict before.csv", "compare before.csv less.csv --strict", "compare one.csv other.csv",
-          "compare one.csv one.csv --fail-on undecided", "merge before.csv", "merge pairs.csv"}) {
+          "compare one.csv one.csv --fail-on undecided", "merge before.csv", "merge pairs.csv",
+          "verdict many.csv --format csv",
+          "compare many.csv many2.csv --format csv --fail-on never"}) {
         commands.emplace_back(words);
     }
     EXPECT_TRUE(matchesStored("tables/verdicts", session(commands)));
@@ -153,13 +206,15 @@ TEST_F(Texts, ExportsAndHistory) {
     }
     for (char const* const words :
          {"export lab1.csv --to gbench --baseline -o g.json", "import g.json",
-          "import g.json --mhz 1000", "export pairs.csv --to gobench --baseline --threshold 5",
+          "import g.json --mhz 1000", "import foreign.json -o f.csv", "import foreign.json",
+          "export f.csv.passes.csv --to gobench",
+          "export pairs.csv --to gobench --baseline --threshold 5",
           "export pairs.csv --to junit --fail-on changed", "export lab1.csv stray.csv --to junit",
           "export little.csv --against before.csv --to junit", "export stray.csv --to long",
           "history dates", "history dates --rows 1", "history dates --format csv",
           "history dates --format json --threshold 15",
           "history --baseline-chain lab1.csv pairs.csv --label a --label b",
-          "history --baseline-chain stray.csv"}) {
+          "history --baseline-chain stray.csv", "history days --format csv"}) {
         commands.emplace_back(words);
     }
     EXPECT_TRUE(matchesStored("tables/exports", session(commands)));
@@ -169,7 +224,8 @@ TEST_F(Texts, Pages) {
     std::string text;
     for (char const* const words :
          {"report pairs.csv", "report lab1.csv stray.csv login.csv", "report before.csv",
-          "report after.csv --against before.csv --threshold 1", "history dates"}) {
+          "report after.csv --against before.csv --threshold 1",
+          "report late.csv --against early.csv", "history dates"}) {
         text += page(words);
     }
     EXPECT_TRUE(matchesStored("tables/pages", text));
