@@ -1,16 +1,12 @@
 // fuzz_support.cpp - the private directory, the guard on fopen, the session and its checks.
 #include "fuzz_support.h"
 
-#include <cerrno>
+#include <algorithm>
 #include <cfenv>
 #include <csignal>
 #include <cstdlib>
-#include <cstring>
-#include <dirent.h>
-#include <fcntl.h>
 #include <filesystem>
-#include <memory>
-#include <unistd.h>
+#include <sstream>
 
 #include "ps/psregister.h"
 #include "pscpu/pszolentry.h"
@@ -20,69 +16,17 @@
 
 namespace {
 
-constexpr char exeName[] = "perf";
-constexpr char subDirectory[] = "d";
-
 bool guarded = false;       // an input is being tried
 std::string artifactPrefix; // of the files in which the fuzzer keeps inputs, absolute
 
 // Relative, with no component that leads upwards. Symbolic links are never made.
-bool staysInside(std::string_view path) {
-    if (path.empty() || path.front() == '/') {
-        return false;
-    }
-    while (!path.empty()) {
-        std::size_t const end = path.find('/');
-        if (path.substr(0, end) == "..") {
-            return false;
-        }
-        path.remove_prefix(end == std::string_view::npos ? path.size() : end + 1);
-    }
-    return true;
-}
-
-// Private directory of this process, gone when it ends.
-class PrivateDirectory : public TempDirectory {
-public:
-    PrivateDirectory() { std::filesystem::create_directory(path + subDirectory); }
-
-    void clear() const {
-        clearFiles(path);
-        clearFiles(path + subDirectory);
-    }
-
-private:
-    static void clearFiles(std::string const& directory) {
-        DIR* const entries = opendir(directory.c_str());
-        for (dirent const* entry = readdir(entries); entry != nullptr; entry = readdir(entries)) {
-            if (entry->d_type != DT_DIR) {
-                (void)unlinkat(dirfd(entries), entry->d_name, 0);
-            }
-        }
-        closedir(entries);
-    }
-};
-
-PrivateDirectory& privateDirectory() {
-    static PrivateDirectory directory;
-    return directory;
-}
-
-// Tests that are listed and never run.
-void registerTests() {
-    static char const* const names[] = {"zolsAcos_32f_A11", "zolsSin_64fc_A53", "__psInfo"};
-    for (char const* name : names) {
-        psRegTest(
-            new psTest(static_cast<psFuncOld>(nullptr), name, "family.cpp", "probe_timing_test"));
-    }
+bool staysInside(std::filesystem::path const& path) {
+    return !path.empty() && path.is_relative() &&
+           std::find(path.begin(), path.end(), "..") == path.end();
 }
 
 bool isKeyWord(std::string_view word) {
     return word.size() >= 2 && (word[0] == '-' || word[0] == '/');
-}
-
-bool startsWith(std::string_view text, std::string_view start) {
-    return text.substr(0, start.size()) == start;
 }
 
 } // namespace
@@ -90,7 +34,8 @@ bool startsWith(std::string_view text, std::string_view start) {
 // All files of the framework come through here. The fuzzer's own may be written as well.
 extern "C" FILE* __real_fopen(char const* path, char const* mode);
 extern "C" FILE* __wrap_fopen(char const* path, char const* mode) {
-    bool const artifact = !artifactPrefix.empty() && startsWith(path, artifactPrefix);
+    bool const artifact =
+        !artifactPrefix.empty() && std::string_view(path).starts_with(artifactPrefix);
     if (guarded && !artifact && !staysInside(path)) {
         fuzzFailure(__FILE__, __LINE__, "the path stays inside the private directory", path);
     }
@@ -102,7 +47,7 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
     static constexpr std::string_view option = "-artifact_prefix=";
     artifactPrefix = std::filesystem::current_path().string() + "/";
     for (int i = 1; i < *argc; ++i) {
-        if (startsWith((*argv)[i], option)) {
+        if (std::string_view((*argv)[i]).starts_with(option)) {
             artifactPrefix = std::filesystem::absolute((*argv)[i] + option.size()).string();
         }
     }
@@ -110,14 +55,7 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
     prefixWord = std::string(option) + artifactPrefix;
     static std::vector<char*> words;
     words.assign(*argv, *argv + *argc);
-    words.insert(words.begin() + 1, prefixWord.data());
-    for (std::size_t i = 2; i < words.size();) {
-        if (startsWith(words[i], option)) {
-            words.erase(words.begin() + static_cast<std::ptrdiff_t>(i));
-        } else {
-            ++i;
-        }
-    }
+    words.push_back(prefixWord.data()); // the last one holds
     *argc = static_cast<int>(words.size());
     words.push_back(nullptr);
     *argv = words.data();
@@ -130,7 +68,10 @@ extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
     zol_Init = [] { return ZolStatus(0); };
     psFillZolEntries();
     psCpuTicker::m_freqMHz = 1000; // the estimate spins for seconds
-    registerTests();
+    for (char const* name : {"zolsAcos_32f_A11", "zolsSin_64fc_A53", "__psInfo"}) { // only listed
+        psRegTest(
+            new psTest(static_cast<psFuncOld>(nullptr), name, "family.cpp", "probe_timing_test"));
+    }
     return 0;
 }
 
@@ -141,20 +82,24 @@ void fuzzFailure(char const* file, int line, char const* condition, std::string 
     std::abort();
 }
 
-Sandbox::Sandbox() : home(open(".", O_RDONLY | O_DIRECTORY)) {
-    if (home < 0 || chdir(privateDirectory().path.c_str()) != 0) {
-        fuzzFailure(__FILE__, __LINE__, "chdir", std::strerror(errno));
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
+    static TempDirectory const directory;
+    static std::filesystem::path const home = std::filesystem::current_path();
+    if (size > mostBytes) {
+        return 0;
     }
+    std::filesystem::create_directory(directory.path + "d");
+    std::filesystem::current_path(directory.path);
     guarded = true;
-}
-
-Sandbox::~Sandbox() {
+    tryInput({reinterpret_cast<char const*>(data), size});
     guarded = false;
-    privateDirectory().clear();
-    if (fchdir(home) != 0) {
-        fuzzFailure(__FILE__, __LINE__, "fchdir", std::strerror(errno));
+    std::filesystem::current_path(home);
+    for (auto const& entry : std::filesystem::recursive_directory_iterator(directory.path)) {
+        if (!entry.is_directory()) {
+            std::filesystem::remove(entry);
+        }
     }
-    close(home);
+    return 0;
 }
 
 std::string harmless(std::string_view text) {
@@ -181,10 +126,9 @@ std::string harmlessWord(std::string_view word) {
 
 std::vector<std::string> linesOf(std::string_view text) {
     std::vector<std::string> lines;
-    while (!text.empty()) {
-        std::size_t const end = text.find('\n');
-        lines.emplace_back(text.substr(0, end));
-        text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+    std::istringstream stream{std::string(text)};
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(line);
     }
     return lines;
 }
@@ -251,6 +195,12 @@ std::string shownKeys(std::vector<Key> const& keys) {
     return text;
 }
 
+long countKeys(std::vector<Key> const& keys, std::string_view letters) {
+    return std::count_if(keys.begin(), keys.end(), [&](Key const& key) {
+        return letters.find(key.letter) != std::string_view::npos;
+    });
+}
+
 FuzzSession::FuzzSession(std::string const& typed) {
     resetGlobals();
     c_out.file = open_memstream(&console, &consoleSize);
@@ -271,7 +221,7 @@ FuzzSession::~FuzzSession() {
 }
 
 bool FuzzSession::parse(std::vector<std::string> words) {
-    std::string program = exeName;
+    std::string program = "perf";
     std::vector<char*> pointers{program.data()};
     for (std::string& word : words) {
         pointers.push_back(word.data());
@@ -309,7 +259,7 @@ void checkEcho(std::string const& shown, std::string const& header, std::vector<
     FUZZ_CHECK(shown.empty() || shown.back() == '\n', shown);
     std::vector<std::string> const lines = linesOf(shown);
     std::size_t i = 0;
-    while (i < lines.size() && startsWith(lines[i], "-- ")) { // of files
+    while (i < lines.size() && lines[i].starts_with("-- ")) { // of files
         ++i;
     }
     if (!header.empty()) {
@@ -318,13 +268,13 @@ void checkEcho(std::string const& shown, std::string const& header, std::vector<
     }
     for (Key const& key : keys) {
         std::string const start = std::string("-") + key.letter + key.arg + ": ";
-        FUZZ_CHECK(i < lines.size() && startsWith(lines[i], start), shown);
+        FUZZ_CHECK(i < lines.size() && lines[i].starts_with(start), shown);
         FUZZ_CHECK(lines[i].size() > start.size(), shown);
         ++i;
     }
-    while (i < lines.size() && startsWith(lines[i], "-- ")) { // of the ini file
+    while (i < lines.size() && lines[i].starts_with("-- ")) { // of the ini file
         ++i;
     }
     FUZZ_CHECK(i + (accepted ? 0 : 1) == lines.size(), shown);
-    FUZZ_CHECK(accepted || startsWith(lines[i], "FATAL ERROR: can't open "), shown);
+    FUZZ_CHECK(accepted || lines[i].starts_with("FATAL ERROR: can't open "), shown);
 }

@@ -1,5 +1,6 @@
-// fuzz_support.h - what the fuzz targets share: a private directory that no file name of an input
-// leads out of, a session with all globals at their start, and a second opinion on what words mean.
+// fuzz_support.h - what the fuzz targets share: the way in, through a private directory that no
+// file name of an input leads out of; a session with all globals at their start, and a second
+// opinion on what words mean.
 #ifndef TESTS_FUZZ_FUZZ_SUPPORT_H
 #define TESTS_FUZZ_FUZZ_SUPPORT_H
 
@@ -14,6 +15,12 @@
 #include "psparameter/psiterator.h"
 #include "support/tempdirectory.h"
 
+// What a target defines: the trial of one input, and how long an input may be.
+void tryInput(std::string const& input);
+extern std::size_t const mostBytes;
+
+// These call it. The working directory is a private one then, with nothing but an empty directory
+// "d" in it, and fopen refuses, fatally, all that lies outside.
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv);
 extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size);
 
@@ -26,19 +33,6 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     } while (false)
 [[noreturn]] void fuzzFailure(char const* file, int line, char const* condition,
                               std::string const& about);
-
-// For one input: the working directory is a private, empty one with an empty directory "d" in it,
-// and fopen refuses, fatally, all that lies outside. Emptied again at the end.
-class Sandbox {
-public:
-    Sandbox();
-    Sandbox(Sandbox const&) = delete;
-    Sandbox& operator=(Sandbox const&) = delete;
-    ~Sandbox();
-
-private:
-    int home; // descriptor of the directory to go back to
-};
 
 // The text without ways out of the directory: no "/", no two points in a row. Zero bytes do not
 // count as something in between, since reading drops them.
@@ -58,6 +52,8 @@ std::vector<std::string> wordsOfText(std::string_view text);
 std::vector<Key> keysOfWords(std::vector<std::string> const& words);
 std::vector<Key> keysOf(psCommandList const& list);
 std::string shownKeys(std::vector<Key> const& keys);
+// How many of the keys have one of these letters.
+long countKeys(std::vector<Key> const& keys, std::string_view letters);
 
 // A session of a program "perf" in the working directory, over three tests and one common
 // parameter. The console is a buffer. Keys of the library are in the table.
