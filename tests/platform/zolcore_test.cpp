@@ -1,5 +1,6 @@
 // zolcore_test.cpp - start-up, feature masks, cache sizes, texts and threads.
 #include <algorithm>
+#include <array>
 #include <climits>
 #include <cpuid.h>
 #include <cstring>
@@ -7,16 +8,13 @@
 #include <gtest/gtest.h>
 
 #include "zolcore/zolcpu.h"
-#include "zolvm.h"
+#include "zolvm_catalogue.h"
 
 namespace {
 
 Zol64u const enabledAtLoad = zolGetEnabledCpuFeatures(); // before any zolInit
 
-class Zolcore : public testing::Test {
-protected:
-    ~Zolcore() override { zolInit(); }
-};
+using Zolcore = ZolvmFixture;
 
 TEST_F(Zolcore, CountsOnlyFeaturesWhoseRegistersTheSystemSaves) {
     ZolCpuid const leaf1{0, 0, 0x7fffffffU, 0xffffffffU};
@@ -88,10 +86,8 @@ TEST_F(Zolcore, PassesCpuidThroughWhenAskedByTheWord) {
     Zol32u registers[4] = {0x80000000U, 1, 2, 3};
     ASSERT_EQ(zolGetCpuFeatures(&mask, registers), zolStsNoErr);
     ZolCpuid const wanted = zolCpuid(0x80000000U, 0);
-    EXPECT_EQ(registers[0], wanted.eax);
-    EXPECT_EQ(registers[1], wanted.ebx);
-    EXPECT_EQ(registers[2], wanted.ecx);
-    EXPECT_EQ(registers[3], wanted.edx);
+    EXPECT_EQ(std::to_array(registers),
+              (std::array{wanted.eax, wanted.ebx, wanted.ecx, wanted.edx}));
     std::memcpy(&mask, "mixcadre", sizeof mask);
     EXPECT_EQ(zolGetCpuFeatures(&mask, nullptr), zolStsNullPtrErr);
     EXPECT_EQ(zolGetCpuFeatures(nullptr, registers), zolStsNullPtrErr);

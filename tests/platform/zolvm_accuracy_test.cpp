@@ -2,7 +2,6 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <limits>
 #include <map>
 #include <random>
 #include <set>
@@ -16,8 +15,6 @@ namespace {
 
 constexpr int workCount = 400;
 constexpr int wideCount = 600;
-
-double const infinity = std::numeric_limits<double>::infinity();
 
 // Numbers of a family: some from its Work intervals, the rest from all over the line, with an
 // exponent drawn first.
@@ -64,44 +61,36 @@ private:
     std::mt19937 random{7};
 };
 
-struct Sample {
-    std::complex<double> first;
-    std::complex<double> second;
-    Reference wanted;
-};
-
-std::vector<Sample> samplesOf(Function const& best, bool secondResult) {
-    Arguments arguments(best);
+struct Samples {
     Numbers firsts;
     Numbers seconds;
+    std::vector<Reference> wanted;
+};
+
+Samples samplesOf(Function const& best, bool secondResult) {
+    Arguments arguments(best);
+    Samples samples;
     std::complex<double> const scalar = arguments.draw(true, false);
-    for (int i = 0; i < workCount + wideCount; ++i) {
-        firsts.push_back(arguments.draw(false, i >= workCount));
-        seconds.push_back(best.byValue ? scalar : arguments.draw(true, i >= workCount));
-    }
-    std::vector<Sample> samples;
     double const least = best.single ? 0x1p-126 : 0x1p-1022;
     double const most = best.single ? 0x1.fffffep127 : 0x1.fffffffffffffp1023;
-    for (std::size_t i = 0; i < firsts.size(); ++i) {
+    for (int i = 0; i < workCount + wideCount; ++i) {
+        auto const first = arguments.draw(false, i >= workCount);
+        auto const second = best.byValue ? scalar : arguments.draw(true, i >= workCount);
         Reference const wanted =
-            reference(best.resultFamily(secondResult), best.complexSource, firsts[i], seconds[i]);
+            reference(best.resultFamily(secondResult), best.complexSource, first, second);
         double const size = std::hypot(wanted.re.high, wanted.im.high);
         // Results out of the normal range are a matter of the special arguments.
         if ((size >= least && size <= most) || size == 0) {
-            samples.push_back({firsts[i], seconds[i], wanted});
+            samples.firsts.push_back(first);
+            samples.seconds.push_back(second);
+            samples.wanted.push_back(wanted);
         }
     }
     return samples;
 }
 
-void append(std::map<std::string, double>& worst, std::string const& name, double error) {
-    worst[name] = std::max(worst[name], error);
-}
-
-class ZolvmAccuracy : public testing::TestWithParam<std::pair<bool, bool>> {
-protected:
-    ~ZolvmAccuracy() override { zolInit(); }
-};
+class ZolvmAccuracy : public ZolvmFixture,
+                      public testing::WithParamInterface<std::pair<bool, bool>> {};
 
 TEST_P(ZolvmAccuracy, IsTrueToTheSuffixOnEveryPath) {
     auto const [single, complexSource] = GetParam();
@@ -114,14 +103,8 @@ TEST_P(ZolvmAccuracy, IsTrueToTheSuffixOnEveryPath) {
         std::vector<Function> const rows = rowsOf(family, single, complexSource);
         for (int result = 0; !rows.empty() && result < rows.front().results; ++result) {
             zolInit();
-            std::vector<Sample> const samples = samplesOf(rows.back(), result == 1);
-            EXPECT_GT(samples.size(), 80U) << family;
-            Numbers firsts;
-            Numbers seconds;
-            for (Sample const& sample : samples) {
-                firsts.push_back(sample.first);
-                seconds.push_back(sample.second);
-            }
+            auto const [firsts, seconds, wanted] = samplesOf(rows.back(), result == 1);
+            EXPECT_GT(wanted.size(), 80U) << family;
             for (Zol64u const path : runnablePaths()) {
                 zolSetCpuFeatures(path);
                 for (Function const& row : rows) {
@@ -129,16 +112,15 @@ TEST_P(ZolvmAccuracy, IsTrueToTheSuffixOnEveryPath) {
                     row.call(firsts, seconds, results, 0, false);
                     double largest = -1;
                     std::size_t where = 0;
-                    for (std::size_t i = 0; i < samples.size(); ++i) {
-                        std::size_t const at =
-                            i + static_cast<std::size_t>(result) * samples.size();
-                        double const error = errorOf(results[at], samples[i].wanted, row);
+                    for (std::size_t i = 0; i < wanted.size(); ++i) {
+                        double const error =
+                            errorOf(results[i + (result == 1 ? wanted.size() : 0)], wanted[i], row);
                         if (!(error <= largest)) {
                             largest = std::isnan(error) ? infinity : error;
                             where = i;
                         }
                     }
-                    append(worst, row.name, largest);
+                    worst[row.name] = std::max(worst[row.name], largest);
                     EXPECT_LE(largest, boundOf(row))
                         << row.name << (result == 1 ? " (second result)" : "") << " on path "
                         << std::hex << path << " at " << firsts[where] << ", " << seconds[where]

@@ -3,7 +3,6 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
-#include <limits>
 #include <random>
 
 #include <gtest/gtest.h>
@@ -12,19 +11,11 @@
 
 namespace {
 
-double const infinity = std::numeric_limits<double>::infinity();
 double const nan = std::numeric_limits<double>::quiet_NaN();
 
 // Every test on every path; some also in the modes that a measuring program sets.
-class ZolvmBehaviour : public testing::Test {
+class ZolvmBehaviour : public ZolvmFixture {
 protected:
-    ~ZolvmBehaviour() override {
-        harnessModes = false;
-        flagsBefore = 0;
-        trapping = false;
-        zolInit();
-    }
-
     template <class Check>
     void onEveryPath(Check check) {
         for (Zol64u const path : runnablePaths()) {
@@ -92,13 +83,12 @@ TEST_F(ZolvmBehaviour, TakesAnyLengthAlignmentAndPlace) {
 
 TEST_F(ZolvmBehaviour, RefusesNullPointersAndEmptyArrays) {
     for (Function const& function : allFunctions()) {
-        EXPECT_EQ(function.callBadly(1, 2), zolStsNullPtrErr) << function.name;
-        EXPECT_EQ(function.callBadly(4, 2), zolStsNullPtrErr) << function.name;
-        if (function.sources == 2 && !function.byValue) {
-            EXPECT_EQ(function.callBadly(2, 2), zolStsNullPtrErr) << function.name;
-        }
-        if (function.results == 2) {
-            EXPECT_EQ(function.callBadly(8, 2), zolStsNullPtrErr) << function.name;
+        unsigned const pointers = 5U | (function.sources == 2 && !function.byValue ? 2U : 0U) |
+                                  (function.results == 2 ? 8U : 0U);
+        for (unsigned const null : {1U, 2U, 4U, 8U}) {
+            if ((pointers & null) != 0) {
+                EXPECT_EQ(function.callBadly(null, 2), zolStsNullPtrErr) << function.name << null;
+            }
         }
         EXPECT_EQ(function.callBadly(0, 0), zolStsSizeErr) << function.name;
         EXPECT_EQ(function.callBadly(0, -5), zolStsSizeErr) << function.name;
@@ -107,62 +97,38 @@ TEST_F(ZolvmBehaviour, RefusesNullPointersAndEmptyArrays) {
 
 TEST_F(ZolvmBehaviour, TellsTheFirstUnusualElement) {
     struct Case {
-        char const* family;
+        char const* families; // between blanks
         double first;
-        double second;
+        double second; // of those that have two sources
         ZolStatus status;
     };
     Case const cases[] = {
-        {"Ln", 0, 0, zolStsSingularity},
-        {"Ln", -1, 0, zolStsDomain},
-        {"Ln", infinity, 0, zolStsNoErr},
-        {"Ln", nan, 0, zolStsNoErr},
-        {"Log1p", -1, 0, zolStsSingularity},
-        {"Log10", -2, 0, zolStsDomain},
-        {"Sqrt", -1, 0, zolStsDomain},
-        {"Sqrt", -0.0, 0, zolStsNoErr},
-        {"Exp", 1000, 0, zolStsOverflow},
-        {"Exp", -1000, 0, zolStsUnderflow},
-        {"Exp", -infinity, 0, zolStsNoErr},
-        {"Cosh", 800, 0, zolStsOverflow},
-        {"Acos", 2, 0, zolStsDomain},
-        {"Acosh", 0.5, 0, zolStsDomain},
-        {"Atanh", 1, 0, zolStsSingularity},
-        {"Atanh", 2, 0, zolStsDomain},
-        {"Sin", infinity, 0, zolStsDomain},
-        {"SinCos", infinity, 0, zolStsDomain},
-        {"Inv", 0, 0, zolStsSingularity},
-        {"Div", 1, 0, zolStsSingularity},
-        {"Div", 0, 0, zolStsDomain},
-        {"Div", 0, 5, zolStsNoErr},
-        {"Pow", 0, -1, zolStsSingularity},
-        {"Pow", -2, 0.5, zolStsDomain},
-        {"Pow", 10, 1000, zolStsOverflow},
-        {"Pow", 10, -1000, zolStsUnderflow},
-        {"Powx", 0, -1, zolStsSingularity},
-        {"Erfc", 40, 0, zolStsUnderflow},
-        {"CdfNorm", -60, 0, zolStsUnderflow},
-        {"ErfInv", 1, 0, zolStsSingularity},
-        {"ErfInv", -2, 0, zolStsDomain},
-        {"ErfcInv", 0, 0, zolStsSingularity},
-        {"CdfNormInv", 1, 0, zolStsSingularity},
-        {"CdfNormInv", -1, 0, zolStsDomain},
-        {"InvSqrt", 0, 0, zolStsSingularity},
-        {"InvCbrt", 0, 0, zolStsSingularity},
-        {"InvCbrt", infinity, 0, zolStsNoErr},
-        {"Cbrt", 0, 0, zolStsNoErr},
-        {"Pow2o3", 0, 0, zolStsNoErr},
-        {"Pow2o3", infinity, 0, zolStsNoErr},
-        {"Pow3o2", 0, 0, zolStsNoErr},
-        {"Erf", infinity, 0, zolStsNoErr},
-        {"ErfInv", 0, 0, zolStsNoErr},
-        {"ErfcInv", -1e-40, 0, zolStsDomain},
-        {"Atan2", 0, -1, zolStsNoErr},
-        {"Hypot", infinity, 1, zolStsNoErr},
+        {" Ln Inv InvSqrt InvCbrt ErfcInv Pow Powx ", 0, -1, zolStsSingularity},
+        {" Log1p ", -1, 0, zolStsSingularity},
+        {" Div Atanh ErfInv CdfNormInv ", 1, 0, zolStsSingularity},
+        {" Ln Sqrt CdfNormInv ", -1, 0, zolStsDomain},
+        {" Log10 ErfInv Pow ", -2, 0.5, zolStsDomain},
+        {" Acos Atanh ", 2, 0, zolStsDomain},
+        {" Acosh ", 0.5, 0, zolStsDomain},
+        {" Sin SinCos ", infinity, 0, zolStsDomain},
+        {" Div ", 0, 0, zolStsDomain},
+        {" ErfcInv ", -1e-40, 0, zolStsDomain},
+        {" Ln InvCbrt Pow2o3 Erf Hypot ", infinity, 1, zolStsNoErr},
+        {" Ln ", nan, 0, zolStsNoErr},
+        {" Sqrt ", -0.0, 0, zolStsNoErr},
+        {" Exp ", -infinity, 0, zolStsNoErr},
+        {" Cbrt Pow2o3 Pow3o2 ErfInv Atan2 ", 0, -1, zolStsNoErr},
+        {" Div ", 0, 5, zolStsNoErr},
+        {" Exp Pow ", 1000, 1000, zolStsOverflow},
+        {" Cosh ", 800, 0, zolStsOverflow},
+        {" Exp ", -1000, 0, zolStsUnderflow},
+        {" Pow ", 10, -1000, zolStsUnderflow},
+        {" Erfc ", 40, 0, zolStsUnderflow},
+        {" CdfNorm ", -60, 0, zolStsUnderflow},
     };
     onEveryPath([&](Function const& function) {
         for (Case const& one : cases) {
-            if (function.family != one.family || function.complexSource) {
+            if (!function.isOneOf(one.families) || function.complexSource) {
                 continue;
             }
             Numbers first = workNumbers(function, false, 40);

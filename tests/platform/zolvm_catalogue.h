@@ -5,8 +5,11 @@
 
 #include <complex>
 #include <functional>
+#include <limits>
 #include <string>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "zolvm.h"
 
@@ -49,6 +52,11 @@ struct Function {
         return !second ? family : family == "Modf" ? "Frac" : "Cos";
     }
 
+    // Whether its family is among those of the text, each between blanks.
+    bool isOneOf(std::string const& families, std::string const& letter = "") const {
+        return families.find(" " + letter + family + " ") != std::string::npos;
+    }
+
     // Calls the function on arrays of its own type, made of the sources. The results of a second
     // destination follow those of the first. The extra elements before the arrays move them off
     // their alignment; inPlace gives the first source as destination, too.
@@ -58,6 +66,19 @@ struct Function {
     // Calls with pointers that may be null: bit i of nulls counts pointers from the left.
     std::function<ZolStatus(unsigned nulls, int length)> callBadly;
 };
+
+// A test after which calls are made as usual, on the best path.
+class ZolvmFixture : public testing::Test {
+protected:
+    ~ZolvmFixture() override {
+        harnessModes = false;
+        flagsBefore = 0;
+        trapping = false;
+        zolInit();
+    }
+};
+
+double const infinity = std::numeric_limits<double>::infinity();
 
 std::vector<Function> const& allFunctions();
 // Rows of one family and type, without a regard to accuracy.

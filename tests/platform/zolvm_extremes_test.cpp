@@ -17,7 +17,6 @@ namespace {
 using Number = std::complex<double>;
 
 constexpr std::size_t length = 19; // a block of the vector loops and a tail
-double const infinity = std::numeric_limits<double>::infinity();
 double const nan = std::numeric_limits<double>::quiet_NaN();
 
 // Both signs of the ends of a type's kinds of numbers.
@@ -153,13 +152,7 @@ std::vector<Point> pointsOf(Function const& function) {
     return points;
 }
 
-class ZolvmExtremes : public testing::TestWithParam<bool> {
-protected:
-    ~ZolvmExtremes() override {
-        harnessModes = false;
-        zolInit();
-    }
-};
+class ZolvmExtremes : public ZolvmFixture, public testing::WithParamInterface<bool> {};
 
 TEST_P(ZolvmExtremes, AreRightAtEachPlaceOnEveryPath) {
     bool const flush = GetParam();

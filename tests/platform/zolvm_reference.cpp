@@ -4,9 +4,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <map>
 #include <mpfr.h>
-#include <set>
 
 namespace {
 
@@ -74,15 +74,11 @@ Complex exp(Complex const& z) {
     Big const size = apply(mpfr_exp, z.re);
     return {size * apply(mpfr_cos, z.im), size * apply(mpfr_sin, z.im)};
 }
-Complex sqrt(Complex const& z) {
-    Complex const half{Big(0.5), Big(0)};
-    return exp(half * log(z));
-}
-
 Complex const one{Big(1), Big(0)};
 Complex const i{Big(0), Big(1)};
 Complex const half{Big(0.5), Big(0)};
 
+Complex sqrt(Complex const& z) { return exp(half * log(z)); }
 Complex asinOf(Complex const& z) { return conjugate(i) * log(i * z + sqrt(one - z * z)); }
 Complex acosOf(Complex const& z) {
     Complex const asin = asinOf(z);
@@ -174,46 +170,38 @@ Big realValue(std::string const& family, double a, double b) {
 }
 
 Complex complexValue(std::string const& family, Complex const& z, Complex const& w) {
-    std::map<std::string, Complex (*)(Complex const&, Complex const&)> const values = {
-        {"Abs",
-         [](Complex const& a, Complex const&) {
-             return Complex{norm(a), Big(0)};
-         }},
-        {"Acos", [](Complex const& a, Complex const&) { return acosOf(a); }},
-        {"Acosh",
-         [](Complex const& a, Complex const&) { return log(a + sqrt(a + one) * sqrt(a - one)); }},
-        {"Add", [](Complex const& a, Complex const& b) { return a + b; }},
-        {"Arg",
-         [](Complex const& a, Complex const&) {
-             return Complex{apply(mpfr_atan2, a.im, a.re), Big(0)};
-         }},
-        {"Asin", [](Complex const& a, Complex const&) { return asinOf(a); }},
-        {"Asinh", [](Complex const& a, Complex const&) { return conjugate(i) * asinOf(i * a); }},
-        {"Atan", [](Complex const& a, Complex const&) { return conjugate(i) * atanhOf(i * a); }},
-        {"Atanh", [](Complex const& a, Complex const&) { return atanhOf(a); }},
-        {"CIS", [](Complex const& a, Complex const&) { return exp(i * a); }},
-        {"Conj", [](Complex const& a, Complex const&) { return conjugate(a); }},
-        {"Cos", [](Complex const& a, Complex const&) { return coshOf(i * a); }},
-        {"Cosh", [](Complex const& a, Complex const&) { return coshOf(a); }},
-        {"Div", [](Complex const& a, Complex const& b) { return a / b; }},
-        {"Exp", [](Complex const& a, Complex const&) { return exp(a); }},
-        {"Ln", [](Complex const& a, Complex const&) { return log(a); }},
-        {"Log10",
-         [](Complex const& a,
-            Complex const&) { return log(a) / Complex{apply(mpfr_log, Big(10)), Big(0)}; }},
-        {"Mul", [](Complex const& a, Complex const& b) { return a * b; }},
-        {"MulByConj", [](Complex const& a, Complex const& b) { return a * conjugate(b); }},
-        {"Pow", [](Complex const& a, Complex const& b) { return exp(b * log(a)); }},
-        {"Powx", [](Complex const& a, Complex const& b) { return exp(b * log(a)); }},
-        {"Sin", [](Complex const& a, Complex const&) { return conjugate(i) * sinhOf(i * a); }},
-        {"Sinh", [](Complex const& a, Complex const&) { return sinhOf(a); }},
-        {"Sqrt", [](Complex const& a, Complex const&) { return sqrt(a); }},
-        {"Sub", [](Complex const& a, Complex const& b) { return a - b; }},
-        {"Tan", [](Complex const& a,
-                   Complex const&) { return conjugate(i) * sinhOf(i * a) / coshOf(i * a); }},
-        {"Tanh", [](Complex const& a, Complex const&) { return sinhOf(a) / coshOf(a); }},
+    auto const real = [](Big const& x) { return Complex{x, Big(0)}; };
+    auto const power = [&] { return exp(w * log(z)); };
+    std::map<std::string, std::function<Complex()>> const values = {
+        {"Abs", [&] { return real(norm(z)); }},
+        {"Acos", [&] { return acosOf(z); }},
+        {"Acosh", [&] { return log(z + sqrt(z + one) * sqrt(z - one)); }},
+        {"Add", [&] { return z + w; }},
+        {"Arg", [&] { return real(apply(mpfr_atan2, z.im, z.re)); }},
+        {"Asin", [&] { return asinOf(z); }},
+        {"Asinh", [&] { return conjugate(i) * asinOf(i * z); }},
+        {"Atan", [&] { return conjugate(i) * atanhOf(i * z); }},
+        {"Atanh", [&] { return atanhOf(z); }},
+        {"CIS", [&] { return exp(i * z); }},
+        {"Conj", [&] { return conjugate(z); }},
+        {"Cos", [&] { return coshOf(i * z); }},
+        {"Cosh", [&] { return coshOf(z); }},
+        {"Div", [&] { return z / w; }},
+        {"Exp", [&] { return exp(z); }},
+        {"Ln", [&] { return log(z); }},
+        {"Log10", [&] { return log(z) / real(apply(mpfr_log, Big(10))); }},
+        {"Mul", [&] { return z * w; }},
+        {"MulByConj", [&] { return z * conjugate(w); }},
+        {"Pow", power},
+        {"Powx", power},
+        {"Sin", [&] { return conjugate(i) * sinhOf(i * z); }},
+        {"Sinh", [&] { return sinhOf(z); }},
+        {"Sqrt", [&] { return sqrt(z); }},
+        {"Sub", [&] { return z - w; }},
+        {"Tan", [&] { return conjugate(i) * sinhOf(i * z) / coshOf(i * z); }},
+        {"Tanh", [&] { return sinhOf(z) / coshOf(z); }},
     };
-    return values.at(family)(z, w);
+    return values.at(family)();
 }
 
 // Distance of two neighbours at a number of this size.
@@ -251,12 +239,10 @@ double errorOf(std::complex<double> got, Reference const& wanted, Function const
 double boundOf(Function const& function) {
     std::map<std::string, double> const bounds = {{"A11", 0x1p12}, {"A21", 4}, {"A24", 1},
                                                   {"A26", 0x1p26}, {"A50", 4}, {"A53", 1}};
-    static std::set<std::string> const exact = {"Add",       "Sub",   "Sqr",   "Conj",
-                                                "Ceil",      "Floor", "Frac",  "Modf",
-                                                "NearbyInt", "Rint",  "Round", "Trunc"};
-    bool const exactReal =
-        !function.complexSource && (function.family == "Mul" || function.family == "Abs");
-    if (exact.count(function.family) != 0 || exactReal) {
+    bool const exact =
+        function.isOneOf(" Add Sub Sqr Conj Ceil Floor Frac Modf NearbyInt Rint Round Trunc ") ||
+        (!function.complexSource && function.isOneOf(" Mul Abs "));
+    if (exact) {
         return function.complexSource ? 0.7072 : 0.5; // each part is half a unit off at most
     }
     return bounds.at(function.accuracy) * (function.complexResult ? 4 : 1);
