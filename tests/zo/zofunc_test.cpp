@@ -2,31 +2,12 @@
 #include "zo/zofunc.h"
 
 #include <gtest/gtest.h>
+#include <sstream>
 #include <string>
 
-namespace {
+#include "support/storedtext.h"
 
-TEST(ZoFunc, SplitsNames) {
-    char const* const cases[][5] = {
-        // name, prefix, base, types, descriptor
-        {"zolsAcos_32f_A21", "zols", "Acos", "32f", "A21"},
-        {"zolsFloor_32f", "zols", "Floor", "32f", ""},
-        {"zoliAdd_16s32f_AC4IRSfs", "zoli", "Add", "16s32f", "AC4IRSfs"},
-        {"Sum", "", "Sum", "", ""},
-        {"zolAdd_1u", "", "zolAdd", "1u", ""},
-        {"zols_32f", "zols", "", "32f", ""},
-        {"_32f", "", "", "32f", ""},
-        {"Sum_A_32f", "", "Sum_A", "32f", ""},
-        {"", "", "", "", ""}};
-    for (auto const& [name, prefix, base, types, descr] : cases) {
-        SCOPED_TRACE(name);
-        zoFunc const func(name);
-        EXPECT_STREQ(prefix, func.prefix().c_str());
-        EXPECT_STREQ(base, func.baseName().c_str());
-        EXPECT_STREQ(types, func.typeName().c_str());
-        EXPECT_STREQ(descr, func.descrName().c_str());
-    }
-}
+namespace {
 
 TEST(ZoFunc, TypeTokensAndCodes) {
     std::pair<char const*, int> const lengths[] = {
@@ -42,18 +23,6 @@ TEST(ZoFunc, ConstantsOfTheLibrary) {
     EXPECT_EQ(zol32fc, zoFunc::zolType(zo32fc));
     EXPECT_EQ(zol8u, zoFunc::zolType(zo1u));
     EXPECT_EQ(zolTypeUndef, zoFunc::zolType(0));
-    struct {
-        char const* name;
-        ZolChannels source;
-        ZolChannels destination;
-    } const cases[] = {{"zoliCopy_8u_C3A0C4R", zolC3, zolA0C4},
-                       {"zoliCopy_8u_C3P3R", zolC3, zolP3},
-                       {"zoliCompare_8u_AC4R", zolAC4, zolC1}, // one answer for all channels
-                       {"zolsAbs_32f_A24", zolC0, zolC0}};
-    for (auto const& [name, source, destination] : cases) {
-        EXPECT_EQ(source, zoFunc(name).zolChannels(0)) << name;
-        EXPECT_EQ(destination, zoFunc(name).zolChannels(1)) << name;
-    }
 }
 
 // Every name against every other: the order is total and turns round with its arguments.
@@ -74,88 +43,63 @@ TEST(ZoFunc, OrdersNames) {
     EXPECT_EQ(-1, zoFunc::compareTypes("", "32f"));
 }
 
-TEST(ZoFunc, ArgumentTypes) {
-    struct {
-        char const* name;
-        zoType types[4]; // source, source 2, destination, destination 2
-    } const cases[] = {{"zolsAbs_32f_A24", {zo32f, zo32f, zo32f, zo32f}},
-                       {"zolsConvert_8u16s", {zo8u, zo8u, zo16s, zo16s}},
-                       {"zolsAddC_8u16s32f", {zo8u, zo16s, zo32f, zo32f}},
-                       {"zolsPolarToCart_32f", {zo32f, zo32f, zo32fc, zo32fc}},
-                       {"zolsCartToPolar_32f", {zo32fc, zo32fc, zo32f, zo32f}},
-                       {"zolsRealToCplx_64f", {zo64f, zo64f, zo64fc, zo64fc}},
-                       {"zolsCplxToReal_64fc", {zo64fc, zo64fc, zo64f, zo64f}},
-                       {"zolsReal_32fc", {zo32fc, zo32fc, zo32f, zo32f}},
-                       {"zolsImag_32fc", {zo32fc, zo32fc, zo32f, zo32f}},
-                       {"zolsMagnitude_16sc", {zo16sc, zo16sc, zo16s, zo16s}},
-                       {"zolsPhase_16sc", {zo16sc, zo16sc, zo16s, zo16s}},
-                       {"zolsPowerSpectr_64fc", {zo64fc, zo64fc, zo64f, zo64f}},
-                       {"zolsGoertz_16s", {zo16s, zo16s, zo16sc, zo16sc}},
-                       {"zoliCompare_32f_C1R", {zo32f, zo32f, zo8u, zo8u}},
-                       {"zolsMul_16u16s_Sfs", {zo16u, zo16s, zo16s, zo16s}},
-                       {"zolsFilter64fcTaps", {zo64fc, zo64fc, zo64fc, zo64fc}}}; // by the base
-    for (auto const& [name, types] : cases) {
-        for (int arg = zoSrc; arg <= zoDst2; ++arg) {
-            EXPECT_EQ(types[arg], zoFunc(name).type(arg)) << name << " " << arg;
-        }
-        EXPECT_EQ(0, zoFunc(name).type(4));
-        EXPECT_EQ(0, zoFunc(name).type(-1));
-        EXPECT_EQ(types[zoSrc], zoFunc(name).srcType());
-        EXPECT_EQ(types[zoSrc2], zoFunc(name).src2Type());
-        EXPECT_EQ(types[zoDst], zoFunc(name).dstType());
-        EXPECT_EQ(types[zoDst2], zoFunc(name).dst2Type());
-    }
-    for (char const* type : {"8u", "8s", "16sc", "16uc", "32u", "32sc", "64s", "64sc", "64f"}) {
-        EXPECT_STREQ(type, zoFunc::typeToString(
-                               zoFunc((std::string("zols") + type + "Sum").c_str()).srcType())
-                               .c_str());
-    }
-    EXPECT_STREQ("undef", zoFunc::typeToString(0).c_str());
-}
-
 psString sideText(psString channelsName, int channels, bool alpha, bool plane) {
     psString text;
-    return text << channelsName << "/" << channels << (alpha ? " alpha" : "")
+    return text << " " << channelsName << "/" << channels << (alpha ? " alpha" : "")
                 << (plane ? " plane" : "");
 }
 
-// What a descriptor says, as "source destination" and the flags that hold.
-TEST(ZoFunc, Descriptors) {
-    char const* const cases[][2] = {{"zoliAdd_8u_C1RSfs", "C1/1 C1/1 scale roi"},
-                                    {"zoliAdd_8u_C3IR", "C3/3 C3/3 roi inplace"},
-                                    {"zoliCopy_8u_AC4C3MR", "AC4/4 alpha C3/3 mask roi"},
-                                    {"zoliCopy_8u_C3P3R", "C3/3 P3/3 plane roi"},
-                                    {"zoliCopy_8u_AP4C4R", "AP4/4 alpha plane C4/4 roi"},
-                                    {"zoliMean_8u_C3CMR", "C3/3 C3/3 mask roi coi"},
-                                    {"zoliSum_8u_C0P2", "C0/0 P2/2 plane coi"},
-                                    {"zoliSet_8u_C5", "/0 /0 coi"},
-                                    {"zoliSwap_8u_A0C4C2AC1", "A0C4/4 alpha C2/2"},
-                                    {"zoliCompare_32f_C4R", "C4/4 C4/1 roi"},
-                                    {"zolsCompare_32f_P4", "P4/4 plane P4/4 plane"},
-                                    {"zolsAbs_32f", "/0 /0"}};
-    for (auto const& [name, wanted] : cases) {
-        zoFunc const f(name);
+// A line for all that a name says: its parts, the types of the arguments, the channels of both
+// sides and the flags that hold.
+TEST(ZoFunc, WhatNamesSay) {
+    std::istringstream names(
+        " " // the empty one, too
+        "zolsAcos_32f_A21 zolsFloor_32f zoliAdd_16s32f_AC4IRSfs Sum zolAdd_1u zols_32f _32f "
+        "Sum_A_32f zolsAbs_32f_A24 zolsConvert_8u16s zolsAddC_8u16s32f zolsPolarToCart_32f "
+        "zolsCartToPolar_32f zolsRealToCplx_64f zolsCplxToReal_64fc zolsReal_32fc zolsImag_32fc "
+        "zolsMagnitude_16sc zolsPhase_16sc zolsPowerSpectr_64fc zolsGoertz_16s "
+        "zoliCompare_32f_C1R zolsMul_16u16s_Sfs zolsFilter64fcTaps zols8uSum zols8sSum "
+        "zols16scSum zols16ucSum zols32uSum zols32scSum zols64sSum zols64scSum zols64fSum "
+        "zoliAdd_8u_C1RSfs zoliAdd_8u_C3IR zoliCopy_8u_AC4C3MR zoliCopy_8u_C3P3R "
+        "zoliCopy_8u_AP4C4R zoliMean_8u_C3CMR zoliSum_8u_C0P2 zoliSet_8u_C5 "
+        "zoliSwap_8u_A0C4C2AC1 zoliCompare_32f_C4R zolsCompare_32f_P4 zoliCopy_8u_C3A0C4R "
+        "zoliCompare_8u_AC4R");
+    psString text;
+    for (std::string name; std::getline(names, name, ' ');) {
+        zoFunc const f(name.c_str());
+        text << name.c_str() << " = " << f.prefix() << "|" << f.baseName() << "|" << f.typeName()
+             << "|" << f.descrName() << "|";
+        for (int arg = -1; arg <= 4; ++arg) {
+            text << " " << zoFunc::typeToString(f.type(arg)) << " " << f.type(arg);
+        }
+        zoType const types[] = {f.srcType(), f.src2Type(), f.dstType(), f.dst2Type()};
+        for (int arg = zoSrc; arg <= zoDst2; ++arg) {
+            EXPECT_EQ(f.type(arg), types[arg]) << name;
+        }
         bool alpha[2] = {};
         bool plane[2] = {};
-        psString names[2];
-        f.getChannelsName(names[0], names[1]);
+        psString channels[2];
+        f.getChannelsName(channels[0], channels[1]);
         f.getAlpha(alpha[0], alpha[1]);
         f.getPlanes(plane[0], plane[1]);
-        psString flags;
-        flags << (f.scale() ? " scale" : "") << (f.mask() ? " mask" : "") << (f.roi() ? " roi" : "")
-              << (f.inplace() ? " inplace" : "") << (f.coi() ? " coi" : "");
-        psString const told[] = {
-            // by number, by name and by argument
-            sideText(f.channelsName(0), f.channels(0), f.alpha(0), f.plane(0)) + " " +
-                sideText(f.channelsName(1), f.channels(1), f.alpha(1), f.plane(1)),
-            sideText(f.srcChannelsName(), f.srcChannels(), f.srcAlpha(), f.srcPlane()) + " " +
-                sideText(f.dstChannelsName(), f.dstChannels(), f.dstAlpha(), f.dstPlane()),
-            sideText(names[0], f.channels(zoSrc2), alpha[0], plane[0]) + " " +
-                sideText(names[1], f.channels(zoDst), alpha[1], plane[1])};
-        for (psString const& sides : told) {
-            EXPECT_STREQ(wanted, (sides + flags).c_str()) << name;
+        psString const sides[][2] = {
+            // by name, by number and by argument
+            {sideText(f.srcChannelsName(), f.srcChannels(), f.srcAlpha(), f.srcPlane()),
+             sideText(f.dstChannelsName(), f.dstChannels(), f.dstAlpha(), f.dstPlane())},
+            {sideText(f.channelsName(0), f.channels(0), f.alpha(0), f.plane(0)),
+             sideText(f.channelsName(1), f.channels(1), f.alpha(1), f.plane(1))},
+            {sideText(channels[0], f.channels(zoSrc2), alpha[0], plane[0]),
+             sideText(channels[1], f.channels(zoDst), alpha[1], plane[1])}};
+        for (int side : {0, 1}) {
+            text << " |" << sides[0][side] << " " << static_cast<int>(f.zolChannels(side));
+            EXPECT_STREQ(sides[0][side].c_str(), sides[1][side].c_str()) << name;
+            EXPECT_STREQ(sides[0][side].c_str(), sides[2][side].c_str()) << name;
         }
+        text << " |" << (f.scale() ? " scale" : "") << (f.mask() ? " mask" : "")
+             << (f.roi() ? " roi" : "") << (f.inplace() ? " inplace" : "")
+             << (f.coi() ? " coi" : "") << "\n";
     }
+    EXPECT_TRUE(matchesStored("zo/names", text.c_str()));
 }
 
 } // namespace
