@@ -33,29 +33,25 @@ void tell(std::ostream& out, char const* name, T const& value, T const& usual) {
     }
 }
 
+#define FIELDS(F)                                                                                  \
+    F(numFuncs)                                                                                    \
+    F(console) F(setInclude) F(functionInclude) F(functionExclude) F(testInclude) F(testExclude)   \
+        F(typesInclude) F(typesExclude) F(valuesInclude) F(valuesExclude) F(filesInclude)          \
+            F(filesExclude) F(timingMode) F(specialMode) F(dataBase) F(controlMetering)            \
+                F(compareMetering1) F(compareMetering2) F(compareCpu1) F(compareCpu2)              \
+                    F(cpeThreshold) F(perfGraph) F(details) F(verbose) F(createFolder)             \
+                        F(precision) F(flavourOn) F(fullThreads) F(catchExceptions)                \
+                            F(checkNegZero) F(checkSNAN) F(bwrLog) F(ftzDazMode) F(ftzDazHro)      \
+                                F(ftzDazVts) F(epExclude) F(fdExclude) F(timingLengths)            \
+                                    F(perfFrom) F(perfTo) F(perfStep)
+
 // All settings that differ from their defaults.
 std::string settings() {
     static vtsParam const usual;
     std::ostringstream out;
 #define TELL(field) tell(out, #field, defParam.field, usual.field);
-    TELL(numFuncs)
-    TELL(console)
-    TELL(setInclude)
-        TELL(functionInclude) TELL(functionExclude) TELL(testInclude) TELL(testExclude)
-            TELL(typesInclude) TELL(typesExclude) TELL(valuesInclude) TELL(valuesExclude)
-                TELL(filesInclude) TELL(filesExclude) TELL(timingMode) TELL(specialMode)
-                    TELL(dataBase) TELL(controlMetering) TELL(compareMetering1)
-                        TELL(compareMetering2) TELL(compareCpu1) TELL(compareCpu2)
-                            TELL(cpeThreshold) TELL(perfGraph) TELL(details) TELL(verbose)
-                                TELL(createFolder) TELL(precision) TELL(flavourOn) TELL(fullThreads)
-                                    TELL(catchExceptions) TELL(checkNegZero) TELL(checkSNAN)
-                                        TELL(bwrLog) TELL(ftzDazMode) TELL(ftzDazHro)
-                                            TELL(ftzDazVts) TELL(epExclude) TELL(fdExclude)
-                                                TELL(timingLengths) TELL(perfFrom) TELL(perfTo)
-                                                    TELL(perfStep)
-#undef TELL
-                                                        out
-        << "  n " << defData.n << " seed " << iBrngMCG31m1();
+    FIELDS(TELL)
+    out << "  n " << defData.n << " seed " << iBrngMCG31m1();
     for (vtsFlavour const& flavour : flavData) {
         out << " " << flavour.name << " " << flavour.failBound << " " << flavour.warnBound << " "
             << flavour.errorClass;

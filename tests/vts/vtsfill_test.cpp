@@ -86,13 +86,12 @@ TEST_F(VtsFill, ArraysLieApartByTheirWidth) {
         EXPECT_EQ(address(defData.arg1) % 65536, 0U);
         EXPECT_LT(address(defData.arg1) - address(defData.block1), 65536U);
         EXPECT_EQ(address(defData.par1) % 65536, 0U);
-        uintptr_t const step = width + 512;
-        EXPECT_EQ(address(defData.arg2) - address(defData.arg1), step) << n;
-        EXPECT_EQ(address(defData.arg3) - address(defData.arg1), 2 * step) << n;
-        EXPECT_EQ(address(defData.arg4) - address(defData.arg1), 3 * step) << n;
-        EXPECT_EQ(address(defData.par2) - address(defData.par1), step) << n;
-        EXPECT_EQ(address(defData.par3) - address(defData.par1), 2 * step) << n;
-        EXPECT_EQ(address(defData.par4) - address(defData.par1), 3 * step) << n;
+        void* const arguments[] = {defData.arg1, defData.arg2, defData.arg3, defData.arg4};
+        void* const parameters[] = {defData.par1, defData.par2, defData.par3, defData.par4};
+        for (size_t i = 0; i < 4; ++i) {
+            EXPECT_EQ(address(arguments[i]) - address(arguments[0]), i * (width + 512)) << n;
+            EXPECT_EQ(address(parameters[i]) - address(parameters[0]), i * (width + 512)) << n;
+        }
         EXPECT_EQ(defData.errCodes[n + 1023], 0);
     }
     vtsDeAllocData();
