@@ -6,6 +6,7 @@
 [ "$(id -u)" -eq 0 ] || die "Slurm's daemons need root here"
 need fleet
 build programs
+tests=$PWD/tests/fleet
 bin=$PWD/build/release/bin
 libraries=$PWD/build/release/lib
 
@@ -67,32 +68,8 @@ daemon munged munged --foreground --key-file="$work/key/munge.key" --socket="$wo
     --pid-file="$work/munged.pid" --log-file="$work/munge.log" --seed-file="$work/key/seed" \
     --num-threads=2
 port=$((20000 + $$ % 10000))
-cat >slurm.conf <<CONF
-ClusterName=fleet
-SlurmctldHost=$(hostname)(127.0.0.1)
-SlurmctldPort=$port
-SlurmdPort=$((port + 1))
-SlurmUser=root
-SlurmdUser=root
-AuthType=auth/munge
-AuthInfo=socket=$work/munge.socket
-CredType=cred/munge
-ProctrackType=proctrack/linuxproc
-TaskPlugin=task/none
-JobAcctGatherType=jobacct_gather/none
-AccountingStorageType=accounting_storage/none
-SelectType=select/cons_tres
-SlurmdParameters=config_overrides
-ReturnToService=2
-MpiDefault=none
-StateSaveLocation=$work/state
-SlurmdSpoolDir=$work/spool/%n
-SlurmctldPidFile=$work/slurmctld.pid
-SlurmdPidFile=$work/slurmd.%n.pid
-NodeName=lab1 NodeAddr=127.0.0.1 Port=$((port + 1)) CPUs=1
-NodeName=lab2 NodeAddr=127.0.0.1 Port=$((port + 2)) CPUs=1
-PartitionName=all Nodes=ALL Default=YES MaxTime=10 State=UP
-CONF
+sed "s|@host@|$(hostname)|; s|@work@|$work|; s|@port@|$port|; s|@port1@|$((port + 1))|
+    s|@port2@|$((port + 2))|" "$tests/slurm.conf.in" >slurm.conf
 export SLURM_CONF=$work/slurm.conf
 until_true "munge doesn't answer" munge --socket="$work/munge.socket" --no-input
 daemon slurmctld slurmctld -D
