@@ -41,24 +41,20 @@ TEST(PairedProcess, BothAreReadAndSettingsReachTheOther) {
 }
 
 TEST(PairedProcess, TheEndOfOneSideEndsATestAndTheNextIsInStep) {
-    struct {
-        std::string environment;
-        std::string baseline;
-        char const* told;
-    } const cases[] = {
+    std::tuple<std::string, std::string, char const*> const cases[] = {
         {"OWN_ABS=f ", own,
          "-- The baseline's process ended: killed by signal 11 (Segmentation fault)\n"},
         {"OWN_ABS=e ", own, "-- The baseline's process ended: exit code 3\n"},
         {"OWN_ABS=f LD_LIBRARY_PATH='" + own + "' ", builtIn,
          "-- It came from the library under test\n"},
     };
-    for (auto const& test : cases) {
-        SCOPED_TRACE(test.told);
+    for (auto const& [environment, baseline, told] : cases) {
+        SCOPED_TRACE(told);
         TempDirectory const dir;
         Outcome const outcome = runShell(
-            test.environment + command(dir, test.baseline,
-                                       "-f=zolsAbs_32f_A24 -f=zolsAbs_64f_A53 -f=zolsSqr_64f_A53"));
-        EXPECT_TRUE(contains(outcome.out, test.told)) << outcome.out;
+            environment +
+            command(dir, baseline, "-f=zolsAbs_32f_A24 -f=zolsAbs_64f_A53 -f=zolsSqr_64f_A53"));
+        EXPECT_TRUE(contains(outcome.out, told)) << outcome.out;
         EXPECT_TRUE(contains(outcome.out, "| .Successes       : 2 "));
         EXPECT_TRUE(contains(outcome.out, "| .....-EXCPTFAIL  : 1 "));
         std::string const table = readFile(dir.path + "t.csv");
@@ -99,19 +95,16 @@ TEST(PairedProcess, WhatTheOtherCannotLoadIsOneClearLine) {
     };
     std::string const core = readFile(own + "/libzolcore.so");
     library[18] = '\xb7'; // of another architecture
-    struct {
-        std::string baseline;
-        std::string line;
-    } const cases[] = {
+    std::tuple<std::string, std::string> const cases[] = {
         {made("empty", ""), "/libzolvm.so: file too short"},
         {made("other", library), "/libzolvm.so and took "},
         {made("half", core), "/libzolvm.so holds none of the measured functions"},
         {own + "/libzolcore.so", "/libzolcore.so and took "},
     };
-    for (auto const& test : cases) {
-        SCOPED_TRACE(test.line);
-        Outcome const outcome = runShell(command(dir, test.baseline, "-f=zolsAbs_64f_A53"));
-        EXPECT_TRUE(std::regex_search(outcome.out, std::regex("-- Baseline: .*" + test.line)))
+    for (auto const& [baseline, line] : cases) {
+        SCOPED_TRACE(line);
+        Outcome const outcome = runShell(command(dir, baseline, "-f=zolsAbs_64f_A53"));
+        EXPECT_TRUE(std::regex_search(outcome.out, std::regex("-- Baseline: .*" + line)))
             << outcome.out;
         EXPECT_FALSE(contains(outcome.out, "Length="));
         EXPECT_FALSE(outcome.out.ends_with("\n\n")); // one line of the loader's words alone

@@ -99,11 +99,7 @@ TEST(Paired, WhatCannotBeMeasuredIsOneClearLine) {
     runShell("cp '" + own + "/libzolcore.so' " + dir.path);
     runShell("mkdir " + dir.path + "half && cp '" + own + "/libzolcore.so' " + dir.path +
              "half/libzolvm.so && cp '" + own + "/libzolcore.so' " + dir.path + "half");
-    struct {
-        std::string baseline;
-        char const* keys;
-        std::string line;
-    } const cases[] = {
+    std::tuple<std::string, char const*, std::string> const cases[] = {
         {"/no/where", "", "-- Baseline: /no/where is not there"},
         {dir.path + "half/..//none.so", "", "none.so is not there"},
         {dir.path, "", "-- Baseline: " + dir.path + "/libzolvm.so: invalid ELF header"},
@@ -117,12 +113,11 @@ TEST(Paired, WhatCannotBeMeasuredIsOneClearLine) {
         {"", "", "-- Baseline: no path is given"},
         {own, "-dBaselineFeatures=X", "-- Baseline: BaselineFeatures=X names no features"},
     };
-    for (auto const& test : cases) {
-        SCOPED_TRACE(test.baseline + " " + test.keys);
-        Outcome const outcome =
-            paired(dir, test.baseline, std::string(test.keys) + " -f=zolsAbs_64f_A53");
+    for (auto const& [baseline, keys, line] : cases) {
+        SCOPED_TRACE(baseline + " " + keys);
+        Outcome const outcome = paired(dir, baseline, std::string(keys) + " -f=zolsAbs_64f_A53");
         EXPECT_EQ(outcome.status, 0);
-        EXPECT_TRUE(contains(outcome.out, test.line)) << outcome.out;
+        EXPECT_TRUE(contains(outcome.out, line)) << outcome.out;
         EXPECT_FALSE(contains(outcome.out, "Length="));
     }
     // A core that is not known by its own name: the other file finds another one.

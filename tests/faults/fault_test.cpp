@@ -55,10 +55,7 @@ void expectWholeLines(std::string const& text) {
 } // namespace
 
 TEST(Fault, EachSignalEndsItsTestAndTheNextOneRuns) {
-    struct {
-        char const* test;
-        char const* text;
-    } const cases[] = {
+    std::tuple<char const*, char const*> const cases[] = {
         {"aFpe", "--ZOL. Signal: FP error, such as overflow, division by zero, invalid operation."},
         {"bIll", "--ZOL. Signal: Illegal instruction."},
         {"cSegv", "--ZOL. Signal: Illegal storage access."}};

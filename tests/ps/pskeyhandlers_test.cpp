@@ -95,11 +95,7 @@ TEST_F(PsKeyHandlers, SomeKeysNeedTheLibraryOrARegistration) {
 
 TEST_F(PsKeyHandlers, PatternsAndTheirLogic) {
     ProbeTest const test("zolsAbs_32f_A24");
-    struct {
-        std::vector<std::string> words;
-        bool withAnd;
-        bool withOr;
-    } const rows[] = {
+    std::tuple<std::vector<std::string>, bool, bool> const rows[] = {
         {{}, true, true},
         {{"-fAbs"}, true, true},
         {{"-fAbs", "-f-32f"}, false, false},
@@ -117,12 +113,12 @@ TEST_F(PsKeyHandlers, PatternsAndTheirLogic) {
         {{"-t+probe", "-m-probe"}, false, true},
         {{"-t-sin"}, true, true},
     };
-    for (auto row : rows) {
-        SCOPED_TRACE(testing::PrintToString(row.words));
-        parse(row.words);
-        EXPECT_EQ(session->m_conditions->tobeRun(&test), row.withAnd);
-        row.words.emplace_back("-kor");
-        parse(row.words);
-        EXPECT_EQ(session->m_conditions->tobeRun(&test), row.withOr);
+    for (auto [words, withAnd, withOr] : rows) {
+        SCOPED_TRACE(testing::PrintToString(words));
+        parse(words);
+        EXPECT_EQ(session->m_conditions->tobeRun(&test), withAnd);
+        words.emplace_back("-kor");
+        parse(words);
+        EXPECT_EQ(session->m_conditions->tobeRun(&test), withOr);
     }
 }

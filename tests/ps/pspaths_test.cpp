@@ -3,30 +3,26 @@
 class PsPaths : public SessionTest {};
 
 TEST_F(PsPaths, NamesComeFromTitleAndDirectories) {
-    struct {
-        char const* exe;
-        std::vector<std::string> words;
-        char const* ini;     // of an empty argument
-        char const* summary; // of an empty argument
-        char const* named;   // of the argument "x"
-    } const cases[] = {
-        {"perf", {}, "perf.ini", "perf_sum.csv", "x.csv"},
-        {"perf", {"-nfoo.bar"}, "foo.bar.ini", "foo.bar_sum.csv", "x.csv"},
-        {"bin/perf", {"-lres"}, "bin/perf.ini", "bin/res/perf_sum.csv", "bin/res/x.csv"},
-        {"bin/perf",
-         {"-p", "a", "-la", "-pb", "-n", "t"},
-         "bin/b/t.ini",
-         "bin/a/t_sum.csv",
-         "bin/a/x.csv"},
-        {"perf", {"-n/abs"}, "/abs.ini", "/abs_sum.csv", "x.csv"},
-    };
-    for (auto const& test : cases) {
-        SCOPED_TRACE(testing::PrintToString(test.words));
-        program = test.exe;
-        parse(test.words);
-        EXPECT_STREQ(psSession::genInPath("", ".ini").c_str(), test.ini);
-        EXPECT_STREQ(psSession::genOutPath("", "_sum.csv").c_str(), test.summary);
-        EXPECT_STREQ(psSession::genOutPath("x", ".csv").c_str(), test.named);
+    // ini: of an empty argument; summary: of an empty argument; named: of the argument "x"
+    std::tuple<char const*, std::vector<std::string>, char const*, char const*, char const*> const
+        cases[] = {
+            {"perf", {}, "perf.ini", "perf_sum.csv", "x.csv"},
+            {"perf", {"-nfoo.bar"}, "foo.bar.ini", "foo.bar_sum.csv", "x.csv"},
+            {"bin/perf", {"-lres"}, "bin/perf.ini", "bin/res/perf_sum.csv", "bin/res/x.csv"},
+            {"bin/perf",
+             {"-p", "a", "-la", "-pb", "-n", "t"},
+             "bin/b/t.ini",
+             "bin/a/t_sum.csv",
+             "bin/a/x.csv"},
+            {"perf", {"-n/abs"}, "/abs.ini", "/abs_sum.csv", "x.csv"},
+        };
+    for (auto const& [exe, words, ini, summary, named] : cases) {
+        SCOPED_TRACE(testing::PrintToString(words));
+        program = exe;
+        parse(words);
+        EXPECT_STREQ(psSession::genInPath("", ".ini").c_str(), ini);
+        EXPECT_STREQ(psSession::genOutPath("", "_sum.csv").c_str(), summary);
+        EXPECT_STREQ(psSession::genOutPath("x", ".csv").c_str(), named);
     }
 }
 

@@ -8,11 +8,7 @@
 namespace {
 
 TEST(PsParse, SplitsByEachSeparatorAndByQuotes) {
-    struct {
-        char const* text;
-        char const* separators;
-        std::vector<std::string> wanted;
-    } const cases[] = {
+    std::tuple<char const*, char const*, std::vector<std::string>> const cases[] = {
         {"  a  b ", " ", {"a", "b"}},
         {"a,,b;", ",;", {"a", "b"}},
         {"a b", "", {"a b"}},
@@ -25,17 +21,17 @@ TEST(PsParse, SplitsByEachSeparatorAndByQuotes) {
         {"a\"b c\"d", " \"", {"a", "b c", "d"}},
         {"\"\" a \"\" \"", " \"", {"a"}},
     };
-    for (auto const& row : cases) {
-        SCOPED_TRACE(row.text);
+    for (auto const& [text, separators, wanted] : cases) {
+        SCOPED_TRACE(text);
         psStringList words;
         words.insert(words.end(), "old");
-        int const count = psString(row.text).parse(words, row.separators);
+        int const count = psString(text).parse(words, separators);
         std::vector<std::string> got;
         for (psString const& word : words) {
             got.emplace_back(word.c_str());
         }
-        EXPECT_EQ(got, row.wanted);
-        EXPECT_EQ(count, static_cast<int>(row.wanted.size()));
+        EXPECT_EQ(got, wanted);
+        EXPECT_EQ(count, static_cast<int>(wanted.size()));
     }
 }
 

@@ -107,20 +107,16 @@ TEST(PsString, SplitsPaths) {
 }
 
 TEST(PsString, ReadsNumbersAndFlagsTheOthers) {
-    struct {
-        char const* text;
-        long long wanted;
-        bool failed;
-    } const cases[] = {{"42 x", 42, false}, {"0x1F", 31, false}, {"0Xff", 255, false},
-                       {"-0x10", 0, false}, {"-7", -7, false},   {"", 99, false},
-                       {"x1", 99, true}};
-    for (auto const& row : cases) {
-        SCOPED_TRACE(row.text);
-        psString text(row.text);
+    std::tuple<char const*, long long, bool> const cases[] = {
+        {"42 x", 42, false}, {"0x1F", 31, false}, {"0Xff", 255, false}, {"-0x10", 0, false},
+        {"-7", -7, false},   {"", 99, false},     {"x1", 99, true}};
+    for (auto const& [given, wanted, failed] : cases) {
+        SCOPED_TRACE(given);
+        psString text(given);
         int narrow = 99;
         narrow << text;
-        EXPECT_EQ(text.errorConvertion(), row.failed);
-        EXPECT_EQ(narrow, row.wanted);
+        EXPECT_EQ(text.errorConvertion(), failed);
+        EXPECT_EQ(narrow, wanted);
     }
 
     psString long64("0xFEDCBA9876543210");
@@ -143,19 +139,16 @@ TEST(PsString, ReadsNumbersAndFlagsTheOthers) {
 }
 
 TEST(PsString, ReadsTruth) {
-    struct {
-        char const* text;
-        bool wanted;
-        bool failed;
-    } const cases[] = {{" Yes", true, false}, {"TRUE", true, false}, {"1", true, false},
-                       {"no", false, false},  {"F\t", false, false}, {"0", false, false},
-                       {"", false, true},     {"10", false, true},   {"00", false, true}};
-    for (auto const& row : cases) {
-        psString text(row.text);
-        bool value = !row.wanted;
+    std::tuple<char const*, bool, bool> const cases[] = {
+        {" Yes", true, false}, {"TRUE", true, false}, {"1", true, false},
+        {"no", false, false},  {"F\t", false, false}, {"0", false, false},
+        {"", false, true},     {"10", false, true},   {"00", false, true}};
+    for (auto const& [given, wanted, failed] : cases) {
+        psString text(given);
+        bool value = !wanted;
         value << text;
-        EXPECT_EQ(value, row.wanted) << row.text;
-        EXPECT_EQ(text.errorConvertion(), row.failed) << row.text;
+        EXPECT_EQ(value, wanted) << given;
+        EXPECT_EQ(text.errorConvertion(), failed) << given;
     }
 }
 

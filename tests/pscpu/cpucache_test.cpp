@@ -71,20 +71,17 @@ TEST(CpuCache, DescriptorsGiveTheLargestKnownDataCache) {
 }
 
 TEST(CpuCache, OnlyTheMakersProcessorsTellTheirCache) {
-    struct {
-        Machine given;
-        ZolStatus status;
-        int bytes;
-    } const cases[] = {{{1, "GenuineNorvo", {0x7A01, 0, 0, 0}, {data32K, end}}, 36, 0},
-                       {{4, "AnotherMaker", {0x7A01, 0, 0, 0}, {data32K, end}}, 36, 0},
-                       {{2, "GenuineNorvo", {0x7A01, 0, 0, 0}, {data32K, end}}, 0, 256 * K},
-                       {{3, "GenuineNorvo", end, {data32K, end}}, 37, 0},
-                       {{4, "GenuineNorvo", end, {data32K, code64K, end}}, 0, 32 * K},
-                       {{13, "GenuineNorvo", {0x7A01, 0, 0, 0}, {code64K, end}}, 37, 0}};
-    for (auto const& row : cases) {
-        machine = &row.given;
+    std::tuple<Machine, ZolStatus, int> const cases[] = {
+        {{1, "GenuineNorvo", {0x7A01, 0, 0, 0}, {data32K, end}}, 36, 0},
+        {{4, "AnotherMaker", {0x7A01, 0, 0, 0}, {data32K, end}}, 36, 0},
+        {{2, "GenuineNorvo", {0x7A01, 0, 0, 0}, {data32K, end}}, 0, 256 * K},
+        {{3, "GenuineNorvo", end, {data32K, end}}, 37, 0},
+        {{4, "GenuineNorvo", end, {data32K, code64K, end}}, 0, 32 * K},
+        {{13, "GenuineNorvo", {0x7A01, 0, 0, 0}, {code64K, end}}, 37, 0}};
+    for (auto const& [given, status, wanted] : cases) {
+        machine = &given;
         int bytes = -1;
-        EXPECT_EQ(makersCacheBytes(readMachine, &bytes), row.status);
-        EXPECT_EQ(bytes, row.bytes);
+        EXPECT_EQ(makersCacheBytes(readMachine, &bytes), status);
+        EXPECT_EQ(bytes, wanted);
     }
 }

@@ -15,14 +15,11 @@ TEST(PsCpuFeatures, MasksFindTheirFirstRow) {
 }
 
 TEST(PsCpuFeatures, ListsJoinTheLabelsThatFitExactly) {
-    struct {
-        char const* list;
-        unsigned long long mask;
-    } const cases[] = {
+    std::tuple<char const*, unsigned long long> const cases[] = {
         {"", 0},      {",", 0},        {"SSE2,AES", 0x407},  {"SSE2, AES", 0x7},      {"sse2", 0},
         {"Q5", 0xdf}, {"Q5+", 0x6cdf}, {",,R3,", 0x73081df}, {"SSE2,no,SHA", 0x80007}};
-    for (auto const& row : cases) {
-        EXPECT_EQ(psCpuFeatures::cpuFeatures(row.list), row.mask) << row.list;
+    for (auto const& [list, mask] : cases) {
+        EXPECT_EQ(psCpuFeatures::cpuFeatures(list), mask) << list;
     }
 }
 

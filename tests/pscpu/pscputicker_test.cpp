@@ -38,13 +38,10 @@ TEST(PsCpuTicker, SamplesAreAddedInSinglePrecision) {
 }
 
 TEST(PsCpuTicker, AGivenFrequencyIsTakenAndABadOneIsToldAndEstimated) {
-    struct {
-        char const* text;
-        int wanted;
-    } const cases[] = {{"1", 1},       {"2599.5", 2600}, {"2599.4", 2599}, {"100000", 100000},
-                       {"0.99", 0},    {"100000.1", 0},  {"", 0},          {".", 0},
-                       {"2600MHz", 0}, {"+2600", 0},     {" 2600", 0},     {"2.6e3", 0},
-                       {"2600.0.", 0}, {"0x10", 0},      {"inf", 0}};
+    std::tuple<char const*, int> const cases[] = {
+        {"1", 1},        {"2599.5", 2600}, {"2599.4", 2599}, {"100000", 100000}, {"0.99", 0},
+        {"100000.1", 0}, {"", 0},          {".", 0},         {"2600MHz", 0},     {"+2600", 0},
+        {" 2600", 0},    {"2.6e3", 0},     {"2600.0.", 0},   {"0x10", 0},        {"inf", 0}};
     for (auto const& [text, wanted] : cases) {
         EXPECT_EQ(cpuFreqFromText(text), wanted) << text;
     }

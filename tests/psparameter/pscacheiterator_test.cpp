@@ -30,11 +30,8 @@ bool tellAdjustment(psParameter* parm, int size, int limit, bool bySteps) {
 // In cache: 3276 to 29491 bytes (327 with the band widened); out of it: 34406 and more. The object
 // must not be too small, the blocks of memory not too big.
 TEST(PsCacheIterator, TrialsOfBothPlacements) {
-    struct {
-        char step; // to the placement in cache, out of it, or another trial
-        int object;
-        int block;
-    } const trials[] = {
+    // step: to the placement in cache, out of it, or another trial
+    std::tuple<char, int, int> const trials[] = {
         {'i', 0, 100},      {'t', 5000, 40000},
         {'t', 100, 5000},   {'t', 5000, 100}, // fits, yet no try is left
         {'o', 5000, 4000},  {'t', 40000, 100},
@@ -54,14 +51,14 @@ TEST(PsCacheIterator, TrialsOfBothPlacements) {
     SizedObject object;
     psDefault<int> parm(32, "Length");
     psCacheIterator iterator(parm, &object, tellAdjustment);
-    for (auto const& trial : trials) {
-        bool more = trial.step == 't' ? iterator.repeatValue() : iterator.firstValue();
-        more = more && (trial.step != 'o' || iterator.nextValue());
-        object.size = trial.object;
-        void* const block = psMalloc(trial.block - 1, 0, 0, MEM_OBJECT_IS_BUFFER);
+    for (auto const& [step, bytes, blockBytes] : trials) {
+        bool more = step == 't' ? iterator.repeatValue() : iterator.firstValue();
+        more = more && (step != 'o' || iterator.nextValue());
+        object.size = bytes;
+        void* const block = psMalloc(blockBytes - 1, 0, 0, MEM_OBJECT_IS_BUFFER);
         void* const another = psMalloc(1, 0, 0, MEM_OBJECT_IS_BUFFER);
-        g_ostrm << "object " << trial.object << " block " << trial.block << " "
-                << iterator.getComment() << (more ? "\n" : " no more\n");
+        g_ostrm << "object " << bytes << " block " << blockBytes << " " << iterator.getComment()
+                << (more ? "\n" : " no more\n");
         g_ostrm << (iterator.validateSize() ? "  fits\n" : "");
         psFree(block);
         psFree(another);
@@ -101,13 +98,8 @@ TEST(PsCacheIterator, ToTheUserItIsTheSizeParameter) {
 }
 
 TEST(PsCacheIterator, IntegersJumpThenCreep) {
-    struct {
-        int value;
-        int size;
-        int limit;
-        bool bySteps;
-        int wanted; // 0: refused
-    } const rows[] = {
+    // wanted: 0: refused
+    std::tuple<int, int, int, bool, int> const rows[] = {
         {32, 1000, 100000, false, 2048}, // 64 times is the last power of two below the limit
         {32, 100000, 100000, false, 16}, // at least one halving
         {32, 90000, 100000, false, 32},  {4096, 100000, 1000, false, 32},
@@ -117,25 +109,18 @@ TEST(PsCacheIterator, IntegersJumpThenCreep) {
         {32, 0, 1000, false, 0},   // no factor changes nothing into something
         {1024, 1000, 0, false, 1}, // an unknown cache: down as far as the size goes
     };
-    for (auto const& row : rows) {
-        SCOPED_TRACE(&row - rows);
-        psDefault<int> parm(row.value, "N");
+    for (auto const& [value, size, limit, bySteps, wanted] : rows) {
+        SCOPED_TRACE(testing::Message() << size << ' ' << limit << ' ' << bySteps);
+        psDefault<int> parm(value, "N");
         psCacheIteratorInt iterator(parm, nullptr, nullptr);
-        EXPECT_EQ(iterator.setNewValueToParm(row.size, row.limit, row.bySteps), row.wanted != 0);
+        EXPECT_EQ(iterator.setNewValueToParm(size, limit, bySteps), wanted != 0);
         EXPECT_FALSE(psCacheIteratorSize(parm, nullptr, nullptr).setNewValueToParm(1, 9, true));
-        EXPECT_EQ(parm.value(), row.wanted != 0 ? row.wanted : row.value);
+        EXPECT_EQ(parm.value(), wanted != 0 ? wanted : value);
     }
 }
 
 TEST(PsCacheIterator, TwoDimensionsTakeTurns) {
-    struct {
-        ZoliSize value;
-        int size;
-        int limit;
-        bool bySteps;
-        bool changed;
-        ZoliSize wanted;
-    } const rows[] = {
+    std::tuple<ZoliSize, int, int, bool, bool, ZoliSize> const rows[] = {
         {{16, 16}, 1000, 9000, false, true, {64, 32}}, // up 2 and 2, down 1 at the second
         {{64, 64}, 9000, 1000, false, true, {16, 16}}, {{2, 1}, 9000, 1000, false, false, {2, 1}},
         {{16, 16}, 100, 1000, true, true, {32, 16}},   {{32, 16}, 1000, 100, true, true, {16, 16}},
@@ -143,13 +128,13 @@ TEST(PsCacheIterator, TwoDimensionsTakeTurns) {
         {{0, 8}, 1000, 100, true, false, {0, 8}}, // the other field is nothing
         {{16, 16}, 0, 1000, false, false, {16, 16}},
     };
-    for (auto const& row : rows) {
-        SCOPED_TRACE(&row - rows);
-        SizeParameter parm(row.value.width, row.value.height);
+    for (auto const& [value, size, limit, bySteps, changed, wanted] : rows) {
+        SCOPED_TRACE(testing::Message() << size << ' ' << limit << ' ' << bySteps);
+        SizeParameter parm(value.width, value.height);
         psCacheIteratorSize iterator(parm, nullptr, nullptr);
-        EXPECT_EQ(iterator.setNewValueToParm(row.size, row.limit, row.bySteps), row.changed);
+        EXPECT_EQ(iterator.setNewValueToParm(size, limit, bySteps), changed);
         EXPECT_FALSE(psCacheIteratorInt(parm, nullptr, nullptr).setNewValueToParm(1, 9, true));
-        EXPECT_EQ(parm.value().width, row.wanted.width);
-        EXPECT_EQ(parm.value().height, row.wanted.height);
+        EXPECT_EQ(parm.value().width, wanted.width);
+        EXPECT_EQ(parm.value().height, wanted.height);
     }
 }

@@ -66,11 +66,7 @@ TEST(PsIterator, ListsAndTheirRefusals) {
 }
 
 TEST(PsStepIterator, DefinitionsAndTheirValues) {
-    struct {
-        char const* text;
-        char const* values;
-        char const* description;
-    } const rows[] = {
+    std::tuple<char const*, char const*, char const*> const rows[] = {
         {"64; 1024; *2", "64 128 256 512 1024", "for (S = 64; S <= 1024; S *= 2)"},
         {"10 1 -3", "10 7 4 1", "for (S = 10; S >= 1; S -= 3)"},
         {"1; 10; +0x2", "1 3 5 7 9", "for (S = 1; S <= 10; S += 2)"},
@@ -90,16 +86,16 @@ TEST(PsStepIterator, DefinitionsAndTheirValues) {
     };
     psStepIterator<int> step;
     step.init("S", 1, 2, 1, StepAdd);
-    for (auto const& row : rows) {
-        SCOPED_TRACE(row.text);
-        step.translate(row.text);
-        EXPECT_EQ(walk(step), row.values);
-        EXPECT_STREQ(step.description().c_str(), row.description);
-        EXPECT_STREQ(step.prompt().c_str(), row.description[0] == 'f' ? "for S" : "S");
+    for (auto const& [text, values, description] : rows) {
+        SCOPED_TRACE(text);
+        step.translate(text);
+        EXPECT_EQ(walk(step), values);
+        EXPECT_STREQ(step.description().c_str(), description);
+        EXPECT_STREQ(step.prompt().c_str(), description[0] == 'f' ? "for S" : "S");
         psStepIterator<int> again;          // the default text is itself a valid definition
         again.init("S", 0, 0, 0, StepNone); // of a list that is still empty
         again.translate(step.defaultString());
-        EXPECT_EQ(walk(again), row.values);
+        EXPECT_EQ(walk(again), values);
     }
 }
 

@@ -41,20 +41,16 @@ TEST(PsNorvoCpuTest, PiecesOfRecordedRegisters) {
     text += Report::signature(CPUID(0xFFFFFFFF, 0, 0, 0));
     text += Report::signature(CPUID(0x000306A9, 0, 0, 0));
     constexpr unsigned htt = 1U << 28;
-    struct {
-        unsigned maxLeaf;
-        unsigned leaf1Edx;
-        unsigned leaf4Eax; // of another maker it is 0, the leaf empty
-        int cacheCount;
-    } const cases[] = {{0, htt, 0x1C004121, 0},
-                       {3, htt, 0x1C004121, 0},
-                       {4, htt, 0, 0},
-                       {4, htt, 0x1C004121, 32},
-                       {4, ~htt, 0, 0}};
-    for (auto const& row : cases) {
-        maxLeaf = row.maxLeaf;
-        leaf1Edx = row.leaf1Edx;
-        leaf4 = CPUID(row.leaf4Eax, 0, 0, 0);
+    // eax: of another maker it is 0, the leaf empty
+    std::tuple<unsigned, unsigned, unsigned, int> const cases[] = {{0, htt, 0x1C004121, 0},
+                                                                   {3, htt, 0x1C004121, 0},
+                                                                   {4, htt, 0, 0},
+                                                                   {4, htt, 0x1C004121, 32},
+                                                                   {4, ~htt, 0, 0}};
+    for (auto const& [largest, edx, eax, cacheCount] : cases) {
+        maxLeaf = largest;
+        leaf1Edx = edx;
+        leaf4 = CPUID(eax, 0, 0, 0);
         text += Report::multiThreading(readMachine);
         std::string const caches = Report::caches(readMachine).c_str();
         size_t const first = caches.find("Cache Type");
@@ -63,7 +59,7 @@ TEST(PsNorvoCpuTest, PiecesOfRecordedRegisters) {
         for (size_t at = first; at != std::string::npos; at = caches.find("Cache Type", at + 1)) {
             ++count;
         }
-        EXPECT_EQ(row.cacheCount, count) << row.maxLeaf;
+        EXPECT_EQ(cacheCount, count) << largest;
     }
     // Every flag, two partitions, a number of four digits.
     text += Report::cacheParms(1, CPUID(0x1C004121, 0x02C0003F, 0x3F, 0));

@@ -15,16 +15,8 @@ using PsAutoTiming = ScriptedTiming;
 
 TEST_F(PsAutoTiming, EveryBranchAsksForItsLoopCounts) {
     // clang-format off
-    struct {
-        int start;
-        int max;
-        long long minClocks;
-        std::vector<Reading> given;
-        std::vector<int> loops; // asked for
-        psResult result;
-        double ticks;
-        char const* comment;
-    } const cases[] = {
+    // loops: asked for
+    std::tuple<int, int, long long, std::vector<Reading>, std::vector<int>, psResult, double, char const*> const cases[] = {
         // The correction by a power of two: quotients 6, 4 and 5; there is only one.
         {1, 2048, 10000, {{3000}, {24000}, {96000}}, {1, 8, 32}, 1, 3000, "nLps=32"},
         {1, 2048, 10000, {{5000}, {20000}, {80000}}, {1, 4, 16}, 1, 5000, "nLps=16"},
@@ -57,15 +49,15 @@ TEST_F(PsAutoTiming, EveryBranchAsksForItsLoopCounts) {
          {1 << 29, INT_MIN, -10}, 2, -4, "nLps=-10 acc=100.0%"},
     };
     // clang-format on
-    for (auto const& row : cases) {
-        SCOPED_TRACE(testing::PrintToString(row.loops));
-        start(row.given);
-        tool.setMethodBest(row.start, 1, row.minClocks);
-        tool.m_maxLoops = row.max;
-        EXPECT_EQ(tool.timing(scriptedLoop, nullptr, nullptr, nullptr), row.result);
-        EXPECT_EQ(askedLoops, row.loops);
-        EXPECT_EQ(tool.m_funcTicks, row.ticks);
-        EXPECT_STREQ(tool.m_comment.c_str(), row.comment);
+    for (auto const& [first, maxLoops, minClocks, given, loops, result, ticks, comment] : cases) {
+        SCOPED_TRACE(testing::PrintToString(loops));
+        start(given);
+        tool.setMethodBest(first, 1, minClocks);
+        tool.m_maxLoops = maxLoops;
+        EXPECT_EQ(tool.timing(scriptedLoop, nullptr, nullptr, nullptr), result);
+        EXPECT_EQ(askedLoops, loops);
+        EXPECT_EQ(tool.m_funcTicks, ticks);
+        EXPECT_STREQ(tool.m_comment.c_str(), comment);
     }
 }
 
@@ -124,41 +116,38 @@ TEST_F(PsAutoTiming, TheStoryIsToldToTheByte) {
 
 // A flag comes up at 8 loops: the count goes back to 4.
 TEST_F(PsAutoTiming, ABadStatusSendsTheCountBack) {
-    struct {
-        std::vector<Reading> again; // five at 4 loops
-        psResult result;
-        char const* comment;
-        char const* told; // behind the attempt
-    } const cases[] = {{{{48400}, {48000}, {48200}, {48000}, {48100}},
-                        psResOk,
-                        "nLps=4",
-                        "-- Attempt is successful\n"},
-                       {{{52800}, {48000}, {48000}, {48000}, {48000}}, // twice as much is borne
-                        psResAccurWrn,
-                        "nLps=4 acc=8.2%",
-                        "-- Attempt is successful\n"},
-                       {{{54720}, {48000}, {48000}, {48000}, {48000}},
-                        psResAccurWrn,
-                        "nLps=4 acc=11.4%",
-                        "-- Attempt fails: Accuracy is unsatisfactory.\n"},
-                       {{{48000}, {49000, 1, true}, {48000}, {48000}, {48000}},
-                        psResOk,
-                        "nLps=4",
-                        "-- Status    SSX: ?Invalid \n"
-                        "-- Attempt fails: Bad control status repeats.\n"}};
-    for (auto const& row : cases) {
-        SCOPED_TRACE(row.told);
+    // again: five at 4 loops; told: behind the attempt
+    std::tuple<std::vector<Reading>, psResult, char const*, char const*> const cases[] = {
+        {{{48400}, {48000}, {48200}, {48000}, {48100}},
+         psResOk,
+         "nLps=4",
+         "-- Attempt is successful\n"},
+        {{{52800}, {48000}, {48000}, {48000}, {48000}}, // twice as much is borne
+         psResAccurWrn,
+         "nLps=4 acc=8.2%",
+         "-- Attempt is successful\n"},
+        {{{54720}, {48000}, {48000}, {48000}, {48000}},
+         psResAccurWrn,
+         "nLps=4 acc=11.4%",
+         "-- Attempt fails: Accuracy is unsatisfactory.\n"},
+        {{{48000}, {49000, 1, true}, {48000}, {48000}, {48000}},
+         psResOk,
+         "nLps=4",
+         "-- Status    SSX: ?Invalid \n"
+         "-- Attempt fails: Bad control status repeats.\n"}};
+    for (auto const& [again, result, comment, told] : cases) {
+        SCOPED_TRACE(told);
         start({{10000}, {48000}, {80000, psResOk, true}});
-        readings.insert(readings.end(), row.again.begin(), row.again.end());
+        readings.insert(readings.end(), again.begin(), again.end());
         tool.m_initAndCheck = true;
         MessageCapture messages(MSG_ERR | MSG_WARN);
-        EXPECT_EQ(tool.timing(scriptedLoop, nullptr, nullptr, nullptr), row.result);
+        EXPECT_EQ(tool.timing(scriptedLoop, nullptr, nullptr, nullptr), result);
         EXPECT_EQ(askedLoops, (std::vector<int>{1, 4, 8, 4, 4, 4, 4, 4}));
         EXPECT_EQ(tool.m_funcTicks, 12000.0);
-        EXPECT_STREQ(tool.m_comment.c_str(), row.comment);
+        EXPECT_STREQ(tool.m_comment.c_str(), comment);
         EXPECT_EQ(messages.text(), std::string("-- Status    SSX: ?Invalid _Inexact \n"
                                                "-- Attempting to avoid bad control status\n") +
-                                       row.told);
+                                       told);
     }
     askedLoops.clear(); // the last one once more, with its story
     psInitCtrlStatus();

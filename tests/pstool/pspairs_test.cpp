@@ -29,12 +29,7 @@ void markShared(psPair& pair) { pair.after = 900; }
 } // namespace
 
 TEST(PsPairs, TheRatioHoldsWhateverTheMachineDoes) {
-    struct {
-        char const* what;
-        Disturb disturb;
-        int decided;
-        bool quiet;
-    } const cases[] = {
+    std::tuple<char const*, Disturb, int, bool> const cases[] = {
         {"quiet", [](psPair&, int) {}, 60, true},
         {"doubled spells, on both sides of a pair",
          [](psPair& pair, int i) {
@@ -94,16 +89,16 @@ TEST(PsPairs, TheRatioHoldsWhateverTheMachineDoes) {
          },
          40, true},
     };
-    for (auto const& test : cases) {
-        SCOPED_TRACE(test.what);
-        std::vector<psPair> pairs = readings(60, test.disturb);
+    for (auto const& [what, disturb, decided, quiet] : cases) {
+        SCOPED_TRACE(what);
+        std::vector<psPair> pairs = readings(60, disturb);
         psPairResult const result = psJudgePairs(pairs.data(), 60, bound);
         EXPECT_NEAR(result.ratio, 1.03, 0.006);
         EXPECT_LT(result.lo, result.ratio);
         EXPECT_GT(result.hi, result.ratio);
         EXPECT_LT(result.hi - result.lo, 0.02);
-        EXPECT_EQ(result.pairs, test.decided);
-        EXPECT_EQ(result.quiet, test.quiet);
+        EXPECT_EQ(result.pairs, decided);
+        EXPECT_EQ(result.quiet, quiet);
         EXPECT_NEAR(result.tested, 1015, 15); // the least, not the middle
         EXPECT_NEAR(result.baseline, 988, 12);
     }

@@ -111,22 +111,17 @@ TEST_F(PsTool, MissingCallablesAreTold) {
 }
 
 TEST_F(PsTool, ASingleMeasurementWithoutClocksIsTakenOnceMore) {
-    struct {
-        std::vector<Reading> given;
-        std::size_t taken;
-        double ticks;
-        psResult result;
-    } const cases[] = {{{{400}}, 1, 100, 1},  {{{0}, {400}}, 2, 100, 1},
-                       {{{0}, {0}}, 2, 0, 1}, {{{-4}, {-8}}, 2, -2, 1},
-                       {{{0, 9}}, 1, 0, 9},   {{{0, 5}, {400}}, 2, 100, 5}};
-    for (auto const& row : cases) {
-        start(row.given);
+    std::tuple<std::vector<Reading>, std::size_t, double, psResult> const cases[] = {
+        {{{400}}, 1, 100, 1},     {{{0}, {400}}, 2, 100, 1}, {{{0}, {0}}, 2, 0, 1},
+        {{{-4}, {-8}}, 2, -2, 1}, {{{0, 9}}, 1, 0, 9},       {{{0, 5}, {400}}, 2, 100, 5}};
+    for (auto const& [given, taken, wanted, result] : cases) {
+        start(given);
         tool.m_funcLoop = scriptedLoop;
         double ticks = -1.0;
         tool.runTimFunc(4, &ticks, true);
-        EXPECT_EQ(askedLoops.size(), row.taken);
-        EXPECT_EQ(ticks, row.ticks);
-        EXPECT_EQ(tool.m_result, row.result);
+        EXPECT_EQ(askedLoops.size(), taken);
+        EXPECT_EQ(ticks, wanted);
+        EXPECT_EQ(tool.m_result, result);
     }
 }
 
@@ -222,20 +217,17 @@ TEST_F(PsTool, TheLoopFormCallsOnceMoreThanItMeasures) {
     EXPECT_EQ(calls, "icicic");
     psTool::m_pCheckStatus = statusPlusTen;
     tool.m_funcInit = nullptr;
-    struct {
-        std::vector<int> given; // the first is the warm-up's
-        char const* calls;
-        psResult result;
-    } const cases[] = {{{}, "ccc", 10},
-                       {{-3}, "c", 7},
-                       {{0, 2, 0}, "ccc", 12},
-                       {{0, 2, 1}, "ccc", 11},
-                       {{0, -1, 1}, "cc", 9}};
-    for (auto const& row : cases) {
+    // given: the first is the warm-up's
+    std::tuple<std::vector<int>, char const*, psResult> const cases[] = {{{}, "ccc", 10},
+                                                                         {{-3}, "c", 7},
+                                                                         {{0, 2, 0}, "ccc", 12},
+                                                                         {{0, 2, 1}, "ccc", 11},
+                                                                         {{0, -1, 1}, "cc", 9}};
+    for (auto const& [given, made, result] : cases) {
         calls.clear();
-        statuses = row.given;
-        EXPECT_EQ(tool.timCall_Loop(2, &clocks, false), row.result);
-        EXPECT_EQ(calls, row.calls);
+        statuses = given;
+        EXPECT_EQ(tool.timCall_Loop(2, &clocks, false), result);
+        EXPECT_EQ(calls, made);
     }
 }
 
@@ -256,47 +248,40 @@ TEST_F(PsTool, TheStatFormMeasuresEverySecondCall) {
     EXPECT_EQ(calls.size(), 2 + 3 * static_cast<std::size_t>(count));
     tool.m_funcInit = nullptr;
     psTool::m_pCheckStatus = statusPlusTen;
-    struct {
-        std::vector<int> given; // warm-up, then measured and unmeasured by turns
-        int count;
-        psResult result;
-    } const cases[] = {
+    // given: warm-up, then measured and unmeasured by turns
+    std::tuple<std::vector<int>, int, psResult> const cases[] = {
         {{-2}, 3, 8}, {{0, 4, 0}, 3, 10}, {{0, 0, 0, 0, 0, 2, 0}, 3, 12}, {{0, 0, -4}, 0, 6}};
-    for (auto const& row : cases) {
+    for (auto const& [given, measured, result] : cases) {
         calls.clear();
-        statuses = row.given;
+        statuses = given;
         count = 3;
         clocks = 0;
-        EXPECT_EQ(tool.timCall_Stat(&count, &clocks, false), row.result);
-        EXPECT_EQ(count, row.count);
+        EXPECT_EQ(tool.timCall_Stat(&count, &clocks, false), result);
+        EXPECT_EQ(count, measured);
     }
 }
 
 TEST_F(PsTool, SetAndUseResetsAheadOfEachCall) {
     Resetting object;
     void* const block = psMalloc(8, 0, 0, static_cast<psObject*>(&object));
-    struct {
-        int method;
-        bool useCalls;
-        char const* plain;
-        char const* reset;
-    } const cases[] = {{psTool::Best, false, "icicic", "icircirc"},
-                       {psTool::Best, true, "iciccicc", "icirccircc"},
-                       {psTool::Loop, true, "icicic", "icircirc"},
-                       {psTool::Stat, false, "iciccicc", "icirccircc"}};
-    for (auto const& row : cases) {
+    std::tuple<int, bool, char const*, char const*> const cases[] = {
+        {psTool::Best, false, "icicic", "icircirc"},
+        {psTool::Best, true, "iciccicc", "icirccircc"},
+        {psTool::Loop, true, "icicic", "icircirc"},
+        {psTool::Stat, false, "iciccicc", "icirccircc"}};
+    for (auto const& [method, useCalls, plain, reset] : cases) {
         for (bool setAndUse : {false, true}) {
             start({});
             calls.clear();
             tool.setMethodBest(2, 2, 0);
             tool.m_maxLoops = 2; // no iteration behind the first measurement
-            tool.m_method = row.method;
+            tool.m_method = method;
             tool.m_numLoops = tool.m_minCalls = 2;
             tool.m_maxClocks = 0;
-            tool.m_useCalls = row.useCalls;
+            tool.m_useCalls = useCalls;
             tool.m_setAndUse = setAndUse;
             tool.timing(nullptr, nullptr, countedCall, countedInit);
-            EXPECT_EQ(calls, setAndUse ? row.reset : row.plain) << row.method;
+            EXPECT_EQ(calls, setAndUse ? reset : plain) << method;
         }
     }
     psFree(block);
