@@ -2,8 +2,6 @@
 // library goes through all steps of a run.
 #include "program.h"
 
-#include <gtest/gtest.h>
-
 TEST(EmptyProgram, RunsAllStepsWithTheReplacements) {
     TempDirectory const dir;
     Outcome const outcome = runShell(psEmpty() + " -B -l" + dir.path + " -r -u -g -TSSE2 -N1");

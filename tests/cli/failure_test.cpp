@@ -1,8 +1,6 @@
 // failure_test.cpp - what goes wrong in a real process: files, disks, pipes and signals.
 #include "program.h"
 
-#include <gtest/gtest.h>
-
 TEST(Failure, AnOutputFileThatCannotBeOpenedEndsTheRunAfterTheEcho) {
     TempDirectory const dir;
     Outcome const outcome =

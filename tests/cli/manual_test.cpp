@@ -7,7 +7,6 @@
 #include "program.h"
 
 #include <cctype>
-#include <gtest/gtest.h>
 #include <ostream>
 #include <regex>
 

@@ -2,8 +2,6 @@
 // of the loader, without a new build.
 #include "program.h"
 
-#include <gtest/gtest.h>
-
 TEST(OwnLibrary, TheUnchangedProgramMeasuresItAndNamesWhatItLacks) {
     TempDirectory const dir;
     Outcome const outcome = runShell(

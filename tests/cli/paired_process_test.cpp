@@ -2,7 +2,6 @@
 // the one process when the other ends.
 #include "program.h"
 
-#include <gtest/gtest.h>
 #include <regex>
 
 namespace {
@@ -46,8 +45,7 @@ TEST(PairedProcess, TheEndOfOneSideEndsATestAndTheNextIsInStep) {
          "-- The baseline's process ended: killed by signal 11 (Segmentation fault)\n"},
         {"OWN_ABS=e ", own, "-- The baseline's process ended: exit code 3\n"},
         {"OWN_ABS=f LD_LIBRARY_PATH='" + own + "' ", builtIn,
-         "-- It came from the library under test\n"},
-    };
+         "-- It came from the library under test\n"}};
     for (auto const& [environment, baseline, told] : cases) {
         SCOPED_TRACE(told);
         TempDirectory const dir;
@@ -99,8 +97,7 @@ TEST(PairedProcess, WhatTheOtherCannotLoadIsOneClearLine) {
         {made("empty", ""), "/libzolvm.so: file too short"},
         {made("other", library), "/libzolvm.so and took "},
         {made("half", core), "/libzolvm.so holds none of the measured functions"},
-        {own + "/libzolcore.so", "/libzolcore.so and took "},
-    };
+        {own + "/libzolcore.so", "/libzolcore.so and took "}};
     for (auto const& [baseline, line] : cases) {
         SCOPED_TRACE(line);
         Outcome const outcome = runShell(command(dir, baseline, "-f=zolsAbs_64f_A53"));

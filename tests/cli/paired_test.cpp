@@ -2,7 +2,6 @@
 #include "program.h"
 
 #include <cmath>
-#include <gtest/gtest.h>
 #include <regex>
 
 namespace {
@@ -111,8 +110,7 @@ TEST(Paired, WhatCannotBeMeasuredIsOneClearLine) {
         {own, "-dBaselineIn=heap", "-- Baseline: BaselineIn=heap is neither space nor process"},
         {own, "-dBaselineIn=", "-- Baseline: BaselineIn= is neither space nor process"},
         {"", "", "-- Baseline: no path is given"},
-        {own, "-dBaselineFeatures=X", "-- Baseline: BaselineFeatures=X names no features"},
-    };
+        {own, "-dBaselineFeatures=X", "-- Baseline: BaselineFeatures=X names no features"}};
     for (auto const& [baseline, keys, line] : cases) {
         SCOPED_TRACE(baseline + " " + keys);
         Outcome const outcome = paired(dir, baseline, std::string(keys) + " -f=zolsAbs_64f_A53");

@@ -3,6 +3,7 @@
 #ifndef TESTS_CLI_PROGRAM_H
 #define TESTS_CLI_PROGRAM_H
 
+#include <gtest/gtest.h>
 #include <string>
 #include <vector>
 

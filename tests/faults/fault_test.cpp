@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <chrono>
 #include <csignal>
-#include <gtest/gtest.h>
 #include <thread>
 
 namespace {

@@ -39,8 +39,7 @@ TEST_F(PsDialogue, WhatTheConsoleShows) {
         {{"-AT"}, "Statistic\n4\n500\n"},
         {{"-AT"}, "Iterative\n2\n64\n100\n10\n"},
         {{"-AT"}, "Mx\nabc\n"}, // the values stay
-        {{"-B"}, "Manual\n"},
-    };
+        {{"-B"}, "Manual\n"}};
     std::string text;
     for (auto const& [words, typed] : cases) {
         resetGlobals();
@@ -73,8 +72,7 @@ TEST_F(PsDialogue, MethodsAndAccuracy) {
         {{"-dVectorAlign=70", "-dAlignVectorsBy=byte", "-dMisalignFirstVectorOnly=n"},
          "0 10 12 10000 1 2048 100 0.05 yes 6 no 512"},
         {{"-dVectorAlign=64", "-dMisalignFirstVectorOnly=n", "-dMutualVectorShift=64"},
-         "0 10 12 10000 1 2048 100 0.05 no 0 yes 512"},
-    };
+         "0 10 12 10000 1 2048 100 0.05 no 0 yes 512"}};
     for (auto [words, wanted] : cases) {
         SCOPED_TRACE(testing::PrintToString(words));
         resetGlobals();
@@ -83,9 +81,7 @@ TEST_F(PsDialogue, MethodsAndAccuracy) {
         read(words);
         EXPECT_EQ(settings(), wanted);
     }
-}
-
-TEST_F(PsDialogue, PresetMethodGivesDefaults) {
+    resetGlobals(); // a preset method gives the defaults
     psRegTimingMethod([](psTool& tool) { tool.setMethodStat(9, 777); });
     read({"-B"});
     EXPECT_EQ(settings(), "2 10 9 777 1 2048 100 0.05 no 0 yes 512");
@@ -95,8 +91,7 @@ TEST_F(PsDialogue, SourcesGiveTheSameSettings) {
     std::vector<std::pair<std::string, std::string>> const values = {
         {"Method", "Iterative"},    {"StartNumLoops", "2"}, {"StopNumLoops", "100"},
         {"MinCpuClocks", "5000"},   {"Accuracy", "10"},     {"Common", "42"},
-        {"AlignVectorsBy", "byte"}, {"VectorAlign", "3"},   {"MisalignFirstVectorOnly", "no"},
-    };
+        {"AlignVectorsBy", "byte"}, {"VectorAlign", "3"},   {"MisalignFirstVectorOnly", "no"}};
     std::string typed;
     std::string ini = "[Perf System]\n";
     std::vector<std::string> data{"-B"};

@@ -19,8 +19,7 @@ TEST(PsParse, SplitsByEachSeparatorAndByQuotes) {
         {"\"\"\"a\"", " \"", {"\"a"}},
         {"\"open end", " \"", {"open end"}},
         {"a\"b c\"d", " \"", {"a", "b c", "d"}},
-        {"\"\" a \"\" \"", " \"", {"a"}},
-    };
+        {"\"\" a \"\" \"", " \"", {"a"}}};
     for (auto const& [text, separators, wanted] : cases) {
         SCOPED_TRACE(text);
         psStringList words;

@@ -2,7 +2,6 @@
 #include "pscpu/cpucache.h"
 
 #include <cstring>
-#include <gtest/gtest.h>
 #include <vector>
 
 #include "support/storedtext.h"

@@ -5,8 +5,6 @@
 #include <chrono>
 #include <climits>
 #include <cstdlib>
-#include <gtest/gtest.h>
-#include <string>
 
 #include "support/storedtext.h"
 

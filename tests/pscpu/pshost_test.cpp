@@ -31,13 +31,10 @@ ZolStatus recordedFeatures(Zol64u* mask, Zol32u registers[4]) {
 }
 
 int constexpr cacheAnswer = 3072 * 1024;
+template <ZolStatus status>
 ZolStatus recordedCache(int* bytes) {
     *bytes = cacheAnswer;
-    return 0;
-}
-ZolStatus failingCache(int* bytes) {
-    *bytes = cacheAnswer;
-    return -1;
+    return status;
 }
 ZolStatus emptyCache(int* bytes) { return *bytes = 0; }
 
@@ -48,7 +45,7 @@ protected:
         largestExLeaf = 0x80000008U;
         psCpuTicker::m_freqMHz = 2400;
         zol_GetCpuFeatures = recordedFeatures;
-        zol_GetMaxCacheSizeB = recordedCache;
+        zol_GetMaxCacheSizeB = recordedCache<0>;
     }
     void TearDown() override {
         psCpuTicker::m_freqMHz = 0;
@@ -92,7 +89,7 @@ TEST_F(PsHost, SystemAndHostAsTheKernelNamesThem) {
 
 TEST_F(PsHost, TheCacheIsTheProcessorsOwnWhereTheLibraryKnowsNone) {
     EXPECT_EQ(psGetMaxCacheSizeB(), cacheAnswer);
-    for (auto* entry : {failingCache, emptyCache, static_cast<ZolStatus (*)(int*)>(nullptr)}) {
+    for (auto* entry : {recordedCache<-1>, emptyCache, static_cast<ZolStatus (*)(int*)>(nullptr)}) {
         zol_GetMaxCacheSizeB = entry;
         EXPECT_EQ(psGetMaxCacheSizeB(), largestCacheBytes(readCpuid, false));
     }

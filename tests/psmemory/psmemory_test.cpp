@@ -3,7 +3,6 @@
 
 #include <cstdint>
 #include <cstdlib>
-#include <gtest/gtest.h>
 #include <malloc.h>
 
 #include "support/messagecapture.h"
@@ -44,6 +43,10 @@ TEST_F(PsMemory, BlocksLieWhereShiftAndMisalignmentPutThem) {
     EXPECT_EQ(psGetVectorAlign(), 0);
     EXPECT_EQ(psGetVectorShift(), 512);
     EXPECT_TRUE(psGetAlignSrc() && psGetAlignByByte());
+    psSetAlignMax(48); // stored as it is
+    psSetVectorAlign(70);
+    EXPECT_EQ(psGetVectorAlign(), 22);
+    psSetVectorAlign(0);
     for (int align : {16, 64, 4096}) {
         psSetAlignMax(align);
         for (int misalign : {0, 1, 6, 15, 63, 64, 70, -1, -6}) {
@@ -54,13 +57,6 @@ TEST_F(PsMemory, BlocksLieWhereShiftAndMisalignmentPutThem) {
             }
         }
     }
-}
-
-TEST_F(PsMemory, TheAlignmentIsStoredAsItIs) {
-    psSetAlignMax(48);
-    psSetVectorAlign(70);
-    EXPECT_EQ(psGetVectorAlign(), 22);
-    psSetVectorAlign(0);
 }
 
 TEST_F(PsMemory, ImpossibleRequestsAreToldAndLeaveNothing) {
@@ -121,9 +117,9 @@ TEST_F(PsMemory, EachOwnerIsAskedAndTheAnswersAddUp) {
         int setReservedCopy() override { return 5; }
     } object;
     EXPECT_EQ(psReserveAllVectors(), 0);
-    for (psObject* owner :
-         {static_cast<psObject*>(&object), MEM_OBJECT_IS_BUFFER, static_cast<psObject*>(nullptr),
-          MEM_OBJECT_IS_SUBOBJECT, static_cast<psObject*>(&object)}) {
+    psObject* const owners[] = {&object, MEM_OBJECT_IS_BUFFER, nullptr, MEM_OBJECT_IS_SUBOBJECT,
+                                &object};
+    for (psObject* owner : owners) {
         psMalloc(8, 0, 0, owner);
     }
     EXPECT_EQ(psReserveAllVectors(), 6);

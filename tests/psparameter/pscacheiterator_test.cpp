@@ -126,8 +126,7 @@ TEST(PsCacheIterator, TwoDimensionsTakeTurns) {
         {{16, 16}, 100, 1000, true, true, {32, 16}},   {{32, 16}, 1000, 100, true, true, {16, 16}},
         {{16, 16}, 1000, 100, true, true, {16, 8}},    {{1, 1}, 1000, 100, true, false, {1, 1}},
         {{0, 8}, 1000, 100, true, false, {0, 8}}, // the other field is nothing
-        {{16, 16}, 0, 1000, false, false, {16, 16}},
-    };
+        {{16, 16}, 0, 1000, false, false, {16, 16}}};
     for (auto const& [value, size, limit, bySteps, changed, wanted] : rows) {
         SCOPED_TRACE(testing::Message() << size << ' ' << limit << ' ' << bySteps);
         SizeParameter parm(value.width, value.height);

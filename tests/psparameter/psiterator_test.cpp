@@ -30,8 +30,6 @@ std::string refusal(psParameter& parm, char const* text) {
     return "accepted";
 }
 
-constexpr char conflict[] = "Conflict between iterator limits and operation";
-
 } // namespace
 
 TEST(PsIterator, ListsAndTheirRefusals) {
@@ -82,8 +80,7 @@ TEST(PsStepIterator, DefinitionsAndTheirValues) {
         {"-1073741824; -2147483648; *2", "-1073741824 -2147483648",
          "for (S = -1073741824; S >= -2147483648; S *= 2)"},
         {"2147483640; 2147483647; +7", "2147483640 2147483647",
-         "for (S = 2147483640; S <= 2147483647; S += 7)"},
-    };
+         "for (S = 2147483640; S <= 2147483647; S += 7)"}};
     psStepIterator<int> step;
     step.init("S", 1, 2, 1, StepAdd);
     for (auto const& [text, values, description] : rows) {
@@ -100,22 +97,16 @@ TEST(PsStepIterator, DefinitionsAndTheirValues) {
 }
 
 TEST(PsStepIterator, RefusalsLeaveTheDefinition) {
-    char const* const rows[][2] = {
-        {"1;3;-1", conflict},
-        {"3;1;+1", conflict},
-        {"3; 1; -0", conflict},
-        {"1; 3; +0", conflict},
-        {"-8; -8; *2", conflict},
-        {"8; 1; *2", conflict},
-        {"1; 10; *1", conflict},
-        {"0; 10; *2", conflict},
-        {"0; -8; *2", conflict},
+    std::vector<std::pair<char const*, char const*>> rows = {
         {"x; 3; +1", "Invalid first value = x"},
         {"1; y; +1", "Invalid last value = y"},
         {"1; 3; +z", "Invalid step = z"},
         {"1; 3; *", "Invalid step = "},
-        {"1; 2; q", "Invalid value of S = q"},
-    };
+        {"1; 2; q", "Invalid value of S = q"}};
+    for (char const* text : {"1;3;-1", "3;1;+1", "3; 1; -0", "1; 3; +0", "-8; -8; *2", "8; 1; *2",
+                             "1; 10; *1", "0; 10; *2", "0; -8; *2"}) {
+        rows.emplace_back(text, "Conflict between iterator limits and operation");
+    }
     psStepIterator<int> step;
     EXPECT_THROW(step.init("S", 16, 2, 2, StepMul), psException);
     step.init(2, 16, 2, StepMul, "S");

@@ -1,8 +1,6 @@
 // psparameter_test.cpp - how a parameter is asked for and printed.
 #include "psparameter/psparameter.h"
 
-#include <csignal>
-
 #include "psbase/tssignal.h"
 #include "psparameter/psdefault.h"
 #include "psstream/streamfixture.h"
@@ -24,21 +22,14 @@ public:
     void translate(psString) override { std::raise(SIGSEGV); }
 };
 
-void unblock() { // the landing leaves the signal blocked
-    sigset_t signals;
-    sigemptyset(&signals);
-    sigaddset(&signals, SIGSEGV);
-    sigprocmask(SIG_UNBLOCK, &signals, nullptr);
-}
-
 // Whether a fault after the reading lands here, where the landing place was set before it.
 [[gnu::noinline]] bool landsHereAfter(psParameter& parm, psIStream& in) {
     if (setjmp(tsSignal::m_jmpbuf) != 0) {
-        unblock();
+        unblockSignals();
         return true;
     }
     parm.fromIStream(in);
-    unblock();
+    unblockSignals();
     std::raise(SIGSEGV);
     return false;
 }

@@ -34,19 +34,17 @@ protected:
 };
 
 TEST_F(PsIniFile, RewritesWhatItRead) {
-    char const* const cases[][2] = {
-        {"", ""},
-        {"lost=1\n", ""},
-        {"[a]\nx=1 // note\n", "\n[a]\nx=1\n"},
-        {"[ a ]\n a = b = c \n", "\n[a]\na=b = c\n"},
-        {"[a]\n=5\n", "\n[a]\n=5\n"},
-        {"[a]\nkey\nk2=\nk3=~~~\n", "\n[a]\nkey\nk2=\nk3\n"},
-        {"[a]\n[open\n", "\n[a]\n[open\n"},
-        {"x[a]=5\nk=1", "\n[a]\nk=1\n"},
-        {"[a]\nk=1\n[b]\n[a]\nk=2\nK=3\n", "\n[a]\nk=1\nK=3\n\n[b]\n"},
-        {"[a]\r\nk=1\r\n\r\n", "\n[a]\nk=1\r\n"},
-        {"// [a]\n[b] // c\n // d\n", "\n[b]\n"},
-    };
+    char const* const cases[][2] = {{"", ""},
+                                    {"lost=1\n", ""},
+                                    {"[a]\nx=1 // note\n", "\n[a]\nx=1\n"},
+                                    {"[ a ]\n a = b = c \n", "\n[a]\na=b = c\n"},
+                                    {"[a]\n=5\n", "\n[a]\n=5\n"},
+                                    {"[a]\nkey\nk2=\nk3=~~~\n", "\n[a]\nkey\nk2=\nk3\n"},
+                                    {"[a]\n[open\n", "\n[a]\n[open\n"},
+                                    {"x[a]=5\nk=1", "\n[a]\nk=1\n"},
+                                    {"[a]\nk=1\n[b]\n[a]\nk=2\nK=3\n", "\n[a]\nk=1\nK=3\n\n[b]\n"},
+                                    {"[a]\r\nk=1\r\n\r\n", "\n[a]\nk=1\r\n"},
+                                    {"// [a]\n[b] // c\n // d\n", "\n[b]\n"}};
     for (auto const& [given, wanted] : cases) {
         SCOPED_TRACE(given);
         EXPECT_EQ(roundTrip(given), wanted);

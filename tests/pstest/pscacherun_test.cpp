@@ -43,7 +43,7 @@ protected:
 } // namespace
 
 // Both placements, a size that goes to and fro, one that can't be had, one without an end of tries,
-// and an unknown cache: the console at the level, then the table.
+// and a test without support: the console at the level, then the table. And an unknown cache.
 TEST_F(PsCacheRun, Placements) {
     int tries = 0;
     struct {
@@ -65,15 +65,9 @@ TEST_F(PsCacheRun, Placements) {
         EXPECT_EQ(cached.run(), row.result);
     }
     EXPECT_EQ(tries, 12) << "the first and eleven adjustments";
+    EXPECT_EQ(ScriptedTest().run(), psResUndefined);
     EXPECT_TRUE(matchesStored("pstest/cache_run", lines() + rows()));
 
     psCacheIterator::m_cacheSizeHook = [](int*) { return 37; }; // the size is not known
     EXPECT_EQ(CachedTest().run(), psResDataFail);
-}
-
-TEST_F(PsCacheRun, TestsWithoutSupportAreNotRun) {
-    ScriptedTest plain;
-    EXPECT_EQ(plain.run(), psResUndefined);
-    EXPECT_EQ(lines(),
-              "-- Can't run In-Outof-Cache timing: no program support for function zScript\n");
 }

@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <cpuid.h>
 #include <fstream>
-#include <gtest/gtest.h>
-#include <string>
 #include <utility>
 
 #include "pscpu/pshost.h"

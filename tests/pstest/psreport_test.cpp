@@ -4,7 +4,6 @@
 #include <cstdlib>
 #include <ctime>
 #include <regex>
-#include <string>
 #include <utility>
 
 #include "pscpu/pscputicker.h"

@@ -19,8 +19,7 @@ TEST(PsReportFormat, PlacesItemsByColumn) {
         // A label that reaches a column pushes what stands there one blank on.
         {"Description", ":", "value", "", "| Description : value"},
         // A right-hand text that is longer than the line is left out.
-        {"Test", ":", "", wide3.c_str(), "| Test      :"},
-    };
+        {"Test", ":", "", wide3.c_str(), "| Test      :"}};
     for (auto const& [label, separator, text, right, shown] : cases) {
         std::string line = shown;
         line.resize(78, ' ');

@@ -1,8 +1,7 @@
 // pstestlist_test.cpp - order, choice and count of tests.
-#include <csignal>
-
 #include "psbase/psexception.h"
 #include "runfixture.h"
+#include "support/leaksofjumps.h"
 
 namespace {
 
@@ -42,23 +41,16 @@ protected:
 
 } // namespace
 
-TEST_F(PsTestList, SortIsStable) {
+TEST_F(PsTestList, SortIsStableAndInformationGoesFirst) {
     list.sortFunc();
-    add("b", "t/1");
-    add("a", "t/2");
-    add("b", "t/3");
-    add("__x", "t/4");
-    add("a", "t/5");
-    list.sortFunc();
-    EXPECT_EQ(order(), "__x4 a2 a5 b1 b3 ");
-}
-
-TEST_F(PsTestList, InformationGoesFirst) {
-    for (char const* name : {"a", "__p", "b", "_q", "c"}) {
-        add(name);
+    for (auto const& [name, note] :
+         {std::pair{"b", "t/1"}, {"a", "t/2"}, {"__p", "t/3"}, {"b", "t/4"}, {"_q", "t/5"}}) {
+        add(name, note);
     }
     list.startWithCpuTest();
-    EXPECT_EQ(order(), "__p _q a b c ");
+    EXPECT_EQ(order(), "__p3 _q5 b1 a2 b4 ");
+    list.sortFunc();
+    EXPECT_EQ(order(), "__p3 _q5 a2 b1 b4 ");
 }
 
 TEST_F(PsTestList, RunsWhatIsSelectedFromTheStartFunctionOn) {
@@ -99,28 +91,16 @@ TEST_F(PsTestList, CommonParametersAreThoseThatSelectedTestsUse) {
     psDefault<int> unused(2, "Unused");
     psIterator<int> size;
     size.init("Size");
-    class Cached : public ScriptedTest {
-    public:
-        explicit Cached(psIterator<int>& parm) : ScriptedTest("zCached"), m_parm(parm) {}
-        bool canStart() override {
-            regCacheParm(m_parm, nullptr, nullptr);
-            return true;
-        }
-
-    private:
-        psIterator<int>& m_parm;
-    };
     std::string started;
     for (char const* name :
          {"other", "zThrows", "zSignals", "zUses", "zCached", "zLast", "zNever"}) {
         std::string const text = name;
-        if (text == "zCached") {
-            list.insert(list.end(), new Cached(size));
-            continue;
-        }
         ScriptedTest& test = add(name);
-        test.onStart = [&started, text] {
+        test.onStart = [&started, &size, &test, text] {
             started += text + " ";
+            if (text == "zCached") {
+                test.regCacheParm(size, nullptr, nullptr);
+            }
             if (text == "zThrows") {
                 throw psException(psString("no"));
             }
@@ -133,11 +113,11 @@ TEST_F(PsTestList, CommonParametersAreThoseThatSelectedTestsUse) {
     conditions.insert(conditions.end(), new RunCondition_f("z"));
     psTest::m_cache = true;
     psList<psParameter*> common;
-    for (psParameter* parm : std::initializer_list<psParameter*>{&used, &unused, &size}) {
-        common.insert(common.end(), parm);
-    }
+    common.insert(common.end(), &used);
+    common.insert(common.end(), &unused);
+    common.insert(common.end(), &size);
     list.selectCommonParms(conditions, common);
-    EXPECT_EQ(started, "zThrows zSignals zUses zLast zNever ");
+    EXPECT_EQ(started, "zThrows zSignals zUses zCached zLast zNever ");
     EXPECT_EQ(common.size(), 2);
     EXPECT_TRUE(used.m_toRead && size.m_toRead && !unused.m_toRead);
     EXPECT_EQ(g_ostrm.getOutLevel(), 7);
@@ -145,10 +125,8 @@ TEST_F(PsTestList, CommonParametersAreThoseThatSelectedTestsUse) {
                        "--ZOL. Signal: FP error, such as overflow, division by zero, invalid "
                        "operation. in startAndStop of zSignals test\n");
     started.clear();
-    sigset_t none;
-    sigemptyset(&none);
-    sigprocmask(SIG_SETMASK, &none, nullptr);
+    unblockSignals();
     list.selectCommonParms(conditions, common); // all are found before the last test
-    EXPECT_EQ(started, "zThrows zSignals zUses zLast ");
-    sigprocmask(SIG_SETMASK, &none, nullptr);
+    EXPECT_EQ(started, "zThrows zSignals zUses zCached zLast ");
+    unblockSignals();
 }

@@ -3,9 +3,7 @@
 
 #include <climits>
 #include <cmath>
-#include <gtest/gtest.h>
 #include <string>
-#include <vector>
 
 #include "pstool/scriptedtiming.h"
 #include "support/messagecapture.h"
@@ -16,7 +14,8 @@ using PsAutoTiming = ScriptedTiming;
 TEST_F(PsAutoTiming, EveryBranchAsksForItsLoopCounts) {
     // clang-format off
     // loops: asked for
-    std::tuple<int, int, long long, std::vector<Reading>, std::vector<int>, psResult, double, char const*> const cases[] = {
+    std::tuple<int, int, long long, std::vector<Reading>, std::vector<int>, psResult, double,
+               char const*> const cases[] = {
         // The correction by a power of two: quotients 6, 4 and 5; there is only one.
         {1, 2048, 10000, {{3000}, {24000}, {96000}}, {1, 8, 32}, 1, 3000, "nLps=32"},
         {1, 2048, 10000, {{5000}, {20000}, {80000}}, {1, 4, 16}, 1, 5000, "nLps=16"},
@@ -46,8 +45,7 @@ TEST_F(PsAutoTiming, EveryBranchAsksForItsLoopCounts) {
          {1, 4, 8, 16, 16, 16}, 2, 10000, "nLps=16 acc=50.0%"},
         // Counts beyond 32 bits wrap below 0 and are tried once more, times ten.
         {1 << 29, INT_MAX, 0, {{1 << 29}, {1 << 20}, {40}},
-         {1 << 29, INT_MIN, -10}, 2, -4, "nLps=-10 acc=100.0%"},
-    };
+         {1 << 29, INT_MIN, -10}, 2, -4, "nLps=-10 acc=100.0%"}};
     // clang-format on
     for (auto const& [first, maxLoops, minClocks, given, loops, result, ticks, comment] : cases) {
         SCOPED_TRACE(testing::PrintToString(loops));
@@ -117,24 +115,16 @@ TEST_F(PsAutoTiming, TheStoryIsToldToTheByte) {
 // A flag comes up at 8 loops: the count goes back to 4.
 TEST_F(PsAutoTiming, ABadStatusSendsTheCountBack) {
     // again: five at 4 loops; told: behind the attempt
+    char const fails[] = "-- Attempt fails: Accuracy is unsatisfactory.\n";
+    char const repeats[] = "-- Status    SSX: ?Invalid \n"
+                           "-- Attempt fails: Bad control status repeats.\n";
+    char const success[] = "-- Attempt is successful\n";
     std::tuple<std::vector<Reading>, psResult, char const*, char const*> const cases[] = {
-        {{{48400}, {48000}, {48200}, {48000}, {48100}},
-         psResOk,
-         "nLps=4",
-         "-- Attempt is successful\n"},
-        {{{52800}, {48000}, {48000}, {48000}, {48000}}, // twice as much is borne
-         psResAccurWrn,
-         "nLps=4 acc=8.2%",
-         "-- Attempt is successful\n"},
-        {{{54720}, {48000}, {48000}, {48000}, {48000}},
-         psResAccurWrn,
-         "nLps=4 acc=11.4%",
-         "-- Attempt fails: Accuracy is unsatisfactory.\n"},
-        {{{48000}, {49000, 1, true}, {48000}, {48000}, {48000}},
-         psResOk,
-         "nLps=4",
-         "-- Status    SSX: ?Invalid \n"
-         "-- Attempt fails: Bad control status repeats.\n"}};
+        {{{48400}, {48000}, {48200}, {48000}, {48100}}, psResOk, "nLps=4", success},
+        // Twice as much is borne.
+        {{{52800}, {48000}, {48000}, {48000}, {48000}}, psResAccurWrn, "nLps=4 acc=8.2%", success},
+        {{{54720}, {48000}, {48000}, {48000}, {48000}}, psResAccurWrn, "nLps=4 acc=11.4%", fails},
+        {{{48000}, {49000, 1, true}, {48000}, {48000}, {48000}}, psResOk, "nLps=4", repeats}};
     for (auto const& [again, result, comment, told] : cases) {
         SCOPED_TRACE(told);
         start({{10000}, {48000}, {80000, psResOk, true}});

@@ -1,6 +1,5 @@
 #include "pstool/pspairing.h"
 
-#include <gtest/gtest.h>
 #include <string>
 
 #include "scriptedtiming.h"
@@ -37,9 +36,8 @@ ScriptedSides* scripted; // of the timing function
 // 800 clocks a call under test; as slow as it is told for the baseline.
 psResult scriptedTool(psTool& tool, int loops) {
     do {
-        scripted->log += scripted->selected == psTested ? "T" : "B";
-        scripted->log += std::to_string(tool.warmUpCalls());
         bool const isTested = scripted->selected == psTested;
+        scripted->log += (isTested ? "T" : "B") + std::to_string(tool.warmUpCalls());
         tool.m_numClocks = loops * (isTested ? 800 : scripted->baselineClocks);
         scripted->baselineClocks += isTested ? 0 : scripted->drift;
         unsigned long long const begin = psCpuTicker::rdtsc();
@@ -156,13 +154,10 @@ TEST_F(PsPairing, ASideElsewhereIsReadAlikeAndMayGo) {
 
 TEST_F(PsPairing, WithoutSidesOrWithAnotherMethodNothingIsPaired) {
     g_pairing.setSides(nullptr);
-    readings.clear();
     tool.setMethodLoop(1);
-    point();
-    EXPECT_EQ(sides.log, "T16");
+    EXPECT_EQ(point(), "T16");
     g_pairing.setSides(&sides);
-    point();
-    EXPECT_EQ(sides.log, "T16");
+    EXPECT_EQ(point(), "T16");
     EXPECT_EQ(tool.m_pairResult.pairs, 0);
 }
 

@@ -24,7 +24,15 @@ std::vector<psPair> readings(int count, Disturb const& disturb) {
     return pairs;
 }
 
-void markShared(psPair& pair) { pair.after = 900; }
+Disturb sharedFrom(int first) {
+    return [first](psPair& pair, int i) { pair.after = i >= first ? 900 : pair.after; };
+}
+
+// Both sides of a pair slower by the same factor.
+void slow(psPair& pair, double factor) {
+    pair.tested *= factor;
+    pair.baseline *= factor;
+}
 
 } // namespace
 
@@ -32,13 +40,7 @@ TEST(PsPairs, TheRatioHoldsWhateverTheMachineDoes) {
     std::tuple<char const*, Disturb, int, bool> const cases[] = {
         {"quiet", [](psPair&, int) {}, 60, true},
         {"doubled spells, on both sides of a pair",
-         [](psPair& pair, int i) {
-             if (i / 10 % 2 != 0) {
-                 pair.tested *= 2;
-                 pair.baseline *= 2;
-             }
-         },
-         60, true},
+         [](psPair& pair, int i) { slow(pair, i / 10 % 2 + 1); }, 60, true},
         {"a neighbour who slows one side more, seen by the sentinels",
          [](psPair& pair, int i) {
              if (i % 3 != 0) {
@@ -48,32 +50,11 @@ TEST(PsPairs, TheRatioHoldsWhateverTheMachineDoes) {
              }
          },
          20, true},
-        {"too few quiet pairs: all decide",
-         [](psPair& pair, int i) {
-             if (i >= psEnoughQuietPairs - 1) {
-                 markShared(pair);
-             }
-         },
-         60, false},
-        {"just enough",
-         [](psPair& pair, int i) {
-             if (i >= psEnoughQuietPairs) {
-                 markShared(pair);
-             }
-         },
-         psEnoughQuietPairs, true},
-        {"a clock that drifts by a tenth",
-         [](psPair& pair, int i) {
-             pair.tested *= 1 + i / 600.0;
-             pair.baseline *= 1 + i / 600.0;
-         },
+        {"too few quiet pairs: all decide", sharedFrom(psEnoughQuietPairs - 1), 60, false},
+        {"just enough", sharedFrom(psEnoughQuietPairs), psEnoughQuietPairs, true},
+        {"a clock that drifts by a tenth", [](psPair& pair, int i) { slow(pair, 1 + i / 600.0); },
          60, true},
-        {"outliers on one side",
-         [](psPair& pair, int i) {
-             if (i % 4 == 0) {
-                 pair.tested *= 30;
-             }
-         },
+        {"outliers on one side", [](psPair& pair, int i) { pair.tested *= i % 4 == 0 ? 30 : 1; },
          60, true},
         {"a counter in steps of 24 clocks, 10 calls a reading",
          [](psPair& pair, int) {
@@ -87,8 +68,7 @@ TEST(PsPairs, TheRatioHoldsWhateverTheMachineDoes) {
                  (i % 2 == 0 ? pair.tested : pair.baseline) = 0;
              }
          },
-         40, true},
-    };
+         40, true}};
     for (auto const& [what, disturb, decided, quiet] : cases) {
         SCOPED_TRACE(what);
         std::vector<psPair> pairs = readings(60, disturb);
@@ -127,15 +107,9 @@ TEST(PsPairs, NothingUsableGivesNoPairs) {
 
 // Exact ranks of the binomial distribution: at most 2.5% below, and one more would be over.
 TEST(PsPairs, TheIntervalsRankIsTheBinomialOne) {
-    for (auto const& [count, rank] : {std::pair{1, 0},
-                                      {5, 0},
-                                      {6, 0},
-                                      {9, 1},
-                                      {12, 2},
-                                      {17, 4},
-                                      {20, 5},
-                                      {60, 22},
-                                      {100, 40}}) {
+    int const ranks[][2] = {{1, 0},  {5, 0},  {6, 0},   {9, 1},   {12, 2},
+                            {17, 4}, {20, 5}, {60, 22}, {100, 40}};
+    for (auto const& [count, rank] : ranks) {
         EXPECT_NEAR(psMedianRank(count), rank, count < 17 ? 0 : 1) << count;
     }
 }

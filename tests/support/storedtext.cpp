@@ -40,8 +40,7 @@ std::string masked(std::string const& text) {
         {R"(\w{3} [ \d]\d \d{4})", "Mon dd yyyy"},
         {R"(\d\d:\d\d:\d\d)", "hh:mm:ss"},
         {R"(_test,\d+,)", "_test,s,"}, // in the summary
-        {R"((^|\n)(\| )?(CPU|OS|Computer)( +: |,).*)", "$1$2$3$4..."},
-    };
+        {R"((^|\n)(\| )?(CPU|OS|Computer)( +: |,).*)", "$1$2$3$4..."}};
     std::string result = text;
     for (auto const& [pattern, mask] : masks) {
         result = std::regex_replace(result, std::regex(pattern), mask);
