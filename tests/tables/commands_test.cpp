@@ -35,8 +35,10 @@ public:
         std::string text;
         for (std::string const& command : commands) {
             Outcome const outcome =
-                runShell("cd " + dir.path + "; export PS_CPU_MHZ=2600 TMPDIR=. T='" + PS_TABLES +
-                         "'; " + command);
+                runShell("cd " + dir.path +
+                         "; unset LD_LIBRARY_PATH LD_PRELOAD GLIBC_TUNABLES "
+                         "OMP_NUM_THREADS NO_COLOR; export PS_CPU_MHZ=2600 TMPDIR=. T='" +
+                         PS_TABLES + "'; " + command);
             text += "$ " + command + '\n' + outcome.out + "-- and\n" + outcome.err + "exit code " +
                     std::to_string(outcome.status) + "\n\n";
         }
@@ -159,18 +161,20 @@ TEST(Pair, SessionsAreToldWhole) {
         {"FAKE=nothing:1 FAKE_SAYS='| Function  : zolsA b\\n-- It came from the baseline\\n"
          "| -UNDEFINED zolsA |\\n| Function  : zolsB b\\n| -SKIPFAIL zolsB |' " +
          run},
-        {pair + "--passes 3", pair + "--no-control --passes 1", run + "--only 1",
-         run + "--only 6 -o a",
+        {pair + "--passes 3", "$T pair --program ./ps_zolvm --baseline old --no-control --passes 1",
+         run + "--only 1", run + "--only 6 -o a",
          "unset PS_CPU_MHZ; " + run + "--launch ' env  FAKE_WORD=launched ' --only 1 -o a",
          "cat log a.passes/*.txt a.passes/*.csv",
          "PATH=.:$PATH $T run --program ps_zolvm --only 1 -o b", "cat b.passes/job.txt",
          run + "--resume", run + "--library none", run + "-o log/a", run + "-- -dBaseline=a",
-         run + "--array", pair + "--array", "$T machine | head -c 9", "ls"},
+         run + "--array", pair + "--array", run + "-q --passes 1 | wc -l",
+         "TMPDIR=/proc " + run + "2>&1 | sed 's/[.]......:/:/'", "$T machine | head -c 9", "ls"},
         {"FAKE_SLOW=3 " + pair + "-q --passes 4 --no-control -o t.csv",
          seen("$T verdict t.csv.passes.csv") + colours,
          "NO_COLOR= " + seen("$T verdict t.csv.passes.csv") + colours,
          "NO_COLOR=1 " + seen("$T verdict t.csv.passes.csv") + colours,
          "$T verdict t.csv.passes.csv" + colours, seen(run) + first, seen(run + "-q") + first,
+         "$T verdict t.csv.passes.csv | head -1", "$T merge t.csv.passes.csv -o t.csv",
          "cat t.csv.passes.csv | $T verdict /dev/stdin --format csv | wc -l",
          "mkfifo p; timeout 9 wc -l <p & $T export t.csv --to gobench -o p; wait; test -p p",
          "echo old >e; ln e f; $T export t.csv --to gobench -o e; cat f; wc -l <e",

@@ -123,7 +123,7 @@ protected:
         put("many2.csv", manyOf(2, 0.0009, 0.2));
         put("foreign.json", foreign);
         runShell("grep -v ,Abs, " + dir.path + "after.csv >" + dir.path + "less.csv; mkdir " +
-                 dir.path + "dates " + dir.path + "days");
+                 dir.path + "dates " + dir.path + "days " + dir.path + "empty");
         for (int day = 1; day <= 12; ++day) {
             writeFile(dir.path + "dates/" + std::to_string(day) + ".csv",
                       passesOf("lab1", "a", day < 7 ? 0 : 0.2, day));
@@ -193,7 +193,8 @@ TEST_F(Texts, Verdicts) {
           "verdict before.csv", "compare before.csv less.csv --strict", "compare one.csv other.csv",
           "compare one.csv one.csv --fail-on undecided", "merge before.csv", "merge pairs.csv",
           "verdict many.csv --format csv",
-          "compare many.csv many2.csv --format csv --fail-on never"}) {
+          "compare many.csv many2.csv --format csv --fail-on never", "merge before.csv after.csv",
+          "merge lab1.csv login.csv"}) {
         commands.emplace_back(words);
     }
     EXPECT_TRUE(matchesStored("tables/verdicts", session(commands)));
@@ -205,16 +206,27 @@ TEST_F(Texts, ExportsAndHistory) {
         commands.push_back("export after.csv --against one.csv --to " + format);
     }
     for (char const* const words :
-         {"export lab1.csv --to gbench --baseline -o g.json", "import g.json",
-          "import g.json --mhz 1000", "import foreign.json -o f.csv", "import foreign.json",
+         {"export lab1.csv --to gbench --baseline -o g.json",
+          "import g.json",
+          "import g.json --mhz 1000",
+          "import foreign.json -o f.csv",
+          "import foreign.json",
           "export f.csv.passes.csv --to gobench",
           "export pairs.csv --to gobench --baseline --threshold 5",
-          "export pairs.csv --to junit --fail-on changed", "export lab1.csv stray.csv --to junit",
-          "export little.csv --against before.csv --to junit", "export stray.csv --to long",
-          "history dates", "history dates --rows 1", "history dates --format csv",
+          "export pairs.csv --to junit --fail-on changed",
+          "export lab1.csv stray.csv --to junit",
+          "export little.csv --against before.csv --to junit",
+          "export stray.csv --to long",
+          "history dates",
+          "history dates --rows 1",
+          "history dates --format csv",
           "history dates --format json --threshold 15",
           "history --baseline-chain lab1.csv pairs.csv --label a --label b",
-          "history --baseline-chain stray.csv", "history days --format csv"}) {
+          "history --baseline-chain stray.csv",
+          "history days --format csv",
+          "history empty",
+          "import g.json -o g.json",
+          "export stray.csv before.csv --to long"}) {
         commands.emplace_back(words);
     }
     EXPECT_TRUE(matchesStored("tables/exports", session(commands)));
