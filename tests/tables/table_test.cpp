@@ -174,13 +174,13 @@ TEST(Merge, TheSecondLeastStandsForAPoint) {
 
     std::string text;
     for (char const* clocks : {"2.00", "1.00", "1.50", "1.80"}) {
-        text +=
-            head + title + row("Sin,32f,A24,32", "nLps=8", clocks, clocks) + row("Sin,32f,A24,64");
+        text += head + title + row("Sin,32f,A24,32", "nLps=8", clocks, clocks) +
+                row("Sin,32f,A24,64", std::string("nLps=8 acc=") + clocks + "%");
     }
     Passes const passes = read(text);
     Merged const merged = mergePasses(passes);
     EXPECT_EQ(head + "Passes,4\n" + title +
                   row("Sin,32f,A24,32", "nLps=8 passes=4 spread=10.0% apart", "1.50", "1.5") +
-                  row("Sin,32f,A24,64", "nLps=8 passes=4 spread=0.0%"),
+                  row("Sin,32f,A24,64", "nLps=8 acc=1% passes=4 spread=0.0%"),
               tableText(passes.points, merged.pass, merged.words));
 }
