@@ -42,32 +42,33 @@ ZolStatus traced(Call const& call) {
 }
 
 template <class T>
-struct Traits {
-    static constexpr bool isComplex = false;
-    static T make(std::complex<double> z) { return static_cast<T>(z.real()); }
-    static std::complex<double> read(T x) { return static_cast<double>(x); }
+constexpr bool isComplex = requires(T z) {
+    z.re;
 };
-template <class C, class R>
-struct ComplexTraits {
-    static constexpr bool isComplex = true;
-    static C make(std::complex<double> z) {
-        return {static_cast<R>(z.real()), static_cast<R>(z.imag())};
+template <class T>
+T make(std::complex<double> z) {
+    if constexpr (isComplex<T>) {
+        using Real = decltype(T::re);
+        return {static_cast<Real>(z.real()), static_cast<Real>(z.imag())};
+    } else {
+        return static_cast<T>(z.real());
     }
-    static std::complex<double> read(C z) {
-        return {static_cast<double>(z.re), static_cast<double>(z.im)};
+}
+template <class T>
+std::complex<double> read(T x) {
+    if constexpr (isComplex<T>) {
+        return {static_cast<double>(x.re), static_cast<double>(x.im)};
+    } else {
+        return static_cast<double>(x);
     }
-};
-template <>
-struct Traits<Zol32fc> : ComplexTraits<Zol32fc, float> {};
-template <>
-struct Traits<Zol64fc> : ComplexTraits<Zol64fc, double> {};
+}
 
 // Arrays whose first element stands extra elements behind an aligned place.
 template <class T>
 std::vector<T> arrayOf(Numbers const& numbers, std::size_t extra) {
     std::vector<T> array(extra + numbers.size());
     for (std::size_t i = 0; i < numbers.size(); ++i) {
-        array[extra + i] = Traits<T>::make(numbers[i]);
+        array[extra + i] = make<T>(numbers[i]);
     }
     return array;
 }
@@ -86,8 +87,8 @@ Function row(char const* name, int sources, int results, bool byValue, Call<S, D
     std::size_t const second = function.name.find('_', bar + 1);
     function.accuracy = second == std::string::npos ? "" : function.name.substr(second + 1);
     function.single = function.name.find("_32f") != std::string::npos;
-    function.complexSource = Traits<S>::isComplex;
-    function.complexResult = Traits<D>::isComplex;
+    function.complexSource = isComplex<S>;
+    function.complexResult = isComplex<D>;
     function.sources = sources;
     function.results = results;
     function.byValue = byValue;
@@ -112,10 +113,10 @@ Function row(char const* name, int sources, int results, bool byValue, Call<S, D
                                  std::memcmp(&guard, &dest2.back(), sizeof(D)) != 0;
         out.clear();
         for (std::size_t i = 0; i < a.size(); ++i) {
-            out.push_back(Traits<D>::read(to[i]));
+            out.push_back(read<D>(to[i]));
         }
         for (std::size_t i = 0; results == 2 && i < a.size(); ++i) {
-            out.push_back(Traits<D>::read(dest2[skip + i]));
+            out.push_back(read<D>(dest2[skip + i]));
         }
         return status;
     };
