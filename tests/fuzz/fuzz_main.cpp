@@ -5,28 +5,17 @@
 #include <algorithm>
 #include <filesystem>
 
-namespace {
-
-std::vector<std::string> filesUnder(std::string const& path) {
-    if (!std::filesystem::is_directory(path)) {
-        return {path};
-    }
-    std::vector<std::string> files;
-    for (auto const& entry : std::filesystem::directory_iterator(path)) {
-        files.push_back(entry.path().string());
-    }
-    std::sort(files.begin(), files.end());
-    return files;
-}
-
-} // namespace
-
 int main(int argc, char** argv) {
     std::vector<std::string> const named(argv + 1, argv + argc);
     LLVMFuzzerInitialize(&argc, &argv);
     int tried = 0;
     for (std::string const& path : named) {
-        for (std::string const& file : filesUnder(path)) {
+        std::vector<std::filesystem::path> files{path};
+        if (std::filesystem::is_directory(path)) {
+            files.assign(std::filesystem::directory_iterator(path), {});
+            std::sort(files.begin(), files.end());
+        }
+        for (std::filesystem::path const& file : files) {
             if (!std::filesystem::is_regular_file(file)) {
                 (void)std::fprintf(stderr, "%s is no file\n", file.c_str());
                 return 1;

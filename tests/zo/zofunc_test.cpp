@@ -17,9 +17,6 @@ TEST(ZoFunc, TypeTokensAndCodes) {
     }
     EXPECT_EQ(0x620, zoFunc::stringToType("32fc"));
     EXPECT_EQ(0, zoFunc::stringToType("24f"));
-}
-
-TEST(ZoFunc, ConstantsOfTheLibrary) {
     EXPECT_EQ(zol32fc, zoFunc::zolType(zo32fc));
     EXPECT_EQ(zol8u, zoFunc::zolType(zo1u));
     EXPECT_EQ(zolTypeUndef, zoFunc::zolType(0));
