@@ -9,11 +9,7 @@ TEST_F(PsPaths, NamesComeFromTitleAndDirectories) {
         {"perf", {}, "perf.ini", "perf_sum.csv", "x.csv"},
         {"perf", {"-nfoo.bar"}, "foo.bar.ini", "foo.bar_sum.csv", "x.csv"},
         {"bin/perf", {"-lres"}, "bin/perf.ini", "bin/res/perf_sum.csv", "bin/res/x.csv"},
-        {"bin/perf",
-         {"-p", "a", "-la", "-pb", "-n", "t"},
-         "bin/b/t.ini",
-         "bin/a/t_sum.csv",
-         "bin/a/x.csv"},
+        {"b/perf", {"-p", "a", "-la", "-pb", "-n", "t"}, "b/b/t.ini", "b/a/t_sum.csv", "b/a/x.csv"},
         {"perf", {"-n/abs"}, "/abs.ini", "/abs_sum.csv", "x.csv"}};
     for (auto const& [exe, words, ini, summary, named] : cases) {
         SCOPED_TRACE(testing::PrintToString(words));

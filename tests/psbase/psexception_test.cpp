@@ -4,8 +4,6 @@
 #include <gtest/gtest.h>
 #include <string>
 
-namespace {
-
 TEST(PsException, CarriesItsTextsWholeOrCut) {
     psException const failure(psString("no data"));
     EXPECT_STREQ(failure.msg(), "--ZOL. Exception: no data");
@@ -15,5 +13,3 @@ TEST(PsException, CarriesItsTextsWholeOrCut) {
     EXPECT_EQ(std::string(psException(endless.c_str()).msg()),
               "--ZOL. Signal: " + endless.substr(0, 258));
 }
-
-} // namespace

@@ -5,8 +5,6 @@
 #include <string>
 #include <vector>
 
-namespace {
-
 TEST(PsParse, SplitsByEachSeparatorAndByQuotes) {
     std::tuple<char const*, char const*, std::vector<std::string>> const cases[] = {
         {"  a  b ", " ", {"a", "b"}},
@@ -51,5 +49,3 @@ TEST(PsParse, CountsTheWordsThatFindNoRoom) {
     EXPECT_EQ(again.parse(a, b, "y"), 1); // from the start, by these separators alone
     EXPECT_STREQ(a.c_str(), "x ");
 }
-
-} // namespace
