@@ -29,7 +29,7 @@ TEST(PsString, BufferFollowsTheSixteenByteRuleHoweverTheTextGrows) {
     }
     text += text;
     text += text.c_str() + 130;
-    EXPECT_THROW(text.growBy(INT_MAX - 18), psException); // a length that it cannot count
+    EXPECT_THROW(text.growBy(INT_MAX - 14 - text.size()), psException); // not to be counted
     EXPECT_THROW(text.allocate(INT_MAX), psException);
     EXPECT_EQ(model + model + model.substr(60), text.c_str());
     expectSoundBuffer(text);

@@ -61,6 +61,7 @@ TEST_F(PsTest, RegistrationNamesTheCallableThatWillBeUsed) {
     note(statOnly, psTool::Auto, false);
     psTest loopCall(call, nullptr, loop, nullptr, "zT", "zt.cpp", "t");
     note(loopCall, psTool::Loop, true);
+    note(loopCall, psTool::Loop, false);
     psTest toolForm([](psTool&, int) { return psResult{psResOk}; }, "zT", "zt.cpp", "t");
     note(toolForm, psTool::Auto, false);
     psTest none(static_cast<psFuncOld>(nullptr), "zT", "zt.cpp", "t");
