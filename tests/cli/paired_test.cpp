@@ -1,7 +1,7 @@
 // paired_test.cpp - two libraries in one run: rows, texts, and what becomes of bad ones.
 #include "program.h"
 
-#include <cmath>
+#include <algorithm>
 #include <regex>
 
 namespace {
@@ -32,7 +32,7 @@ TEST(Paired, EveryPointHasARatioInTableAndText) {
     EXPECT_TRUE(contains(outcome.out, "| .Successes       : 3 "));
     std::regex const comment("nLps=\\d+ base=[0-9.]+ ratio=(\\d+\\.\\d{4}) lo=(\\d+\\.\\d{4}) "
                              "hi=(\\d+\\.\\d{4}) nPrs=\\d+ (quiet|shared)");
-    int points = 0;
+    std::vector<double> ratios;
     for (std::string const& line : lines(readFile(dir.path + "t.csv"))) {
         if (std::vector<std::string> const row = cells(line);
             row.size() == 16 && row[0] != "funcBase") {
@@ -40,14 +40,15 @@ TEST(Paired, EveryPointHasARatioInTableAndText) {
             ASSERT_TRUE(std::regex_match(row[11], match, comment)) << line;
             EXPECT_LE(std::stod(match[2]), std::stod(match[1]));
             EXPECT_GE(std::stod(match[3]), std::stod(match[1]));
-            // The same library, and a machine of which nothing is known.
-            EXPECT_NEAR(std::log(std::stod(match[1])), 0.0, 1.0) << line;
+            ratios.push_back(std::stod(match[1]));
             std::string const shown = row[11].substr(row[11].find(' '));
             EXPECT_TRUE(contains(outcome.out, "clocks\n " + shown + "\n")) << shown;
-            ++points;
         }
     }
-    EXPECT_EQ(points, 33);
+    ASSERT_EQ(ratios.size(), 33U);
+    // The same library, and a machine that may be busy with anything.
+    std::sort(ratios.begin(), ratios.end());
+    EXPECT_NEAR(ratios[16], 1.0, 0.5);
 }
 
 TEST(Paired, TheRatioIsUnderTestByBaselineAndSettingsReachTheBaseline) {
