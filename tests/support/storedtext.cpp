@@ -16,13 +16,15 @@ std::string lineAt(std::string const& text, std::string::size_type place) {
 
 } // namespace
 
+std::string storedText(std::string const& name) { return readFile(PS_GOLDEN + name + ".txt"); }
+
 testing::AssertionResult matchesStored(std::string const& name, std::string const& text) {
     std::filesystem::path const path = PS_GOLDEN + name + ".txt";
     if (std::getenv("PS_RENEW_TEXTS") != nullptr) {
         std::filesystem::create_directories(path.parent_path());
         writeFile(path, text);
     }
-    std::string const stored = readFile(path);
+    std::string const stored = storedText(name);
     if (text == stored) {
         return testing::AssertionSuccess();
     }

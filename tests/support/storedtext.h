@@ -9,6 +9,8 @@
 // differs. With PS_RENEW_TEXTS in the environment the text is stored instead.
 testing::AssertionResult matchesStored(std::string const& name, std::string const& text);
 
+std::string storedText(std::string const& name); // tests/golden/<name>.txt
+
 // Without what differs from run to run and machine to machine: dates and times of day, and what
 // the title of a report tells of the computer.
 std::string masked(std::string const& text);
