@@ -100,36 +100,6 @@ TEST(Pair, FindsWhatIsSlowerAndMeasuresItAgain) {
     EXPECT_EQ(0, bench.run("verdict --threshold 5 cmp.csv.passes.csv").status);
 }
 
-TEST(Pair, ExitCodesTellWhatWasFound) {
-    struct {
-        char const* words;
-        char const* environment;
-        int status;
-    } const cases[] = {
-        {"", "", 0},
-        {"--fail-on undecided", "", 0},
-        {"", "FAKE_SLOW=-3", 0},
-        {"--fail-on changed", "FAKE_SLOW=-3", 1},
-        {"--fail-on never", "FAKE_SLOW=3", 0},
-        {"--fail-on undecided --no-confirm", "FAKE_SLOW=1", 1},
-        {"", "FAKE_STRAY=1", 2},
-        {"--no-control", "FAKE_STRAY=1", 0},
-        {"--passes 3", "", 2},
-        {"--no-such-option", "", 2},
-        {"--program ./none", "", 2},
-        {"-- -rtable.csv", "", 2},
-    };
-    for (auto const& [words, environment, status] : cases) {
-        Bench bench;
-        Outcome const outcome = bench.pair(
-            "-q " + std::string(contains(words, "--passes") ? "" : "--passes 8 ") + words,
-            environment);
-        EXPECT_EQ(status, outcome.status) << words << environment << outcome.out << outcome.err;
-        EXPECT_EQ(contains(environment, "STRAY") && status == 2,
-                  contains(outcome.out, "this machine cannot be trusted today"));
-    }
-}
-
 // The commands are those of the stored text, behind "$ "; "====" begins a folder of its own.
 TEST(Pair, SessionsAreToldWhole) {
     std::string text;
@@ -375,34 +345,6 @@ TEST(Run, PassesBecomeATableThatComparesWithAnother) {
         bench.run("run --resume -q --program ./ps_zolvm --passes 2 -o array.csv -- -fSin").status);
     EXPECT_TRUE(bench.exists("array.csv"));
     EXPECT_EQ(made, bench.log().size());
-}
-
-TEST(Run, OutputsAreWholeOrNotThere) {
-    Bench bench;
-    std::string const table = bench.at("t.csv");
-    EXPECT_EQ(0, bench
-                     .run("run -q --program ./ps_zolvm --passes 1 -o t.csv "
-                          "--launch 'env FAKE_WORD=launched'")
-                     .status);
-    EXPECT_EQ(1, count(bench.log(), " launched"));
-    std::string const before = readFile(table);
-    std::pair<char const*, char const*> const cases[] = {
-        {"merge t.csv -o ./t.csv", "ps_tables: ./t.csv: is one of the inputs\n"},
-        {"merge t.csv -o /none/x.csv",
-         "ps_tables: /none/x.csv.passes.csv: No such file or directory\n"},
-        {"merge t.csv nothing.csv -o x.csv", "ps_tables: nothing.csv: No such file or directory\n"},
-        {"merge t.csv . -o x.csv", "ps_tables: .: Is a directory\n"},
-        {"merge t.csv >/dev/full", "ps_tables: standard output: cannot be written\n"},
-        {"compare t.csv t.csv --threshold 0", "--threshold: Value 0 not in range"},
-    };
-    for (auto const& [words, told] : cases) {
-        Outcome const outcome = bench.run(words);
-        EXPECT_EQ(2, outcome.status) << words;
-        EXPECT_TRUE(contains(outcome.err, told)) << outcome.err;
-    }
-    EXPECT_FALSE(bench.exists("x.csv"));
-    EXPECT_EQ(before, readFile(table));
-    EXPECT_EQ("", runShell("ls " + bench.at("") + " | grep new[0-9]").out) << "left behind";
 }
 
 TEST(Machine, ItsTextSaysWhatItIsFitFor) {
