@@ -47,3 +47,11 @@ TEST_F(PsResultLine, FlopsCountPerCall) {
     test.m_tool.m_funcTicks = 0.0;
     EXPECT_STREQ(test.perfString(true).c_str(), "inf");
 }
+
+TEST_F(PsResultLine, APairHasItsRatioAndWhetherTheCoreWasQuiet) {
+    for (bool const quiet : {true, false}) {
+        test.m_tool.m_pairResult = {30.0, 24.0, 1.25, 1.2, 1.3, 9, quiet};
+        EXPECT_EQ(test.pairString().c_str(), "base=3.00 ratio=1.2500 lo=1.2000 hi=1.3000 nPrs=9 " +
+                                                 std::string(quiet ? "quiet" : "shared"));
+    }
+}
