@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "pstest/pstestlist.h"
+#include "support/tempdirectory.h"
 #include "zo/zotest.h"
 
 namespace {
@@ -27,6 +28,19 @@ TEST_F(ZoLibrary, ALinkedLibraryMayLackAllButOneFunction) {
     EXPECT_EQ(linked.countFunctions(), 1);
     EXPECT_EQ(linked.start({5, 2}), 0); // nothing to start
     EXPECT_STREQ(linked.version().c_str(), "libzolvm, unknown version, unknown date");
+}
+
+TEST_F(ZoLibrary, ABareNameIsThatOfAFileHere) {
+    TempDirectory const dir;
+    writeFile(dir.path + "a.so", "");
+    writeFile(dir.path + "libzolcore.so", "");
+    std::filesystem::path const before = std::filesystem::current_path();
+    std::filesystem::current_path(dir.path);
+    zoLibraryFiles files;
+    psString error;
+    EXPECT_TRUE(files.find("a.so", error));
+    std::filesystem::current_path(before);
+    EXPECT_EQ(files.vm + " " + files.core, psString("./a.so ./libzolcore.so"));
 }
 
 #ifndef __SANITIZE_ADDRESS__ // whose run time knows one name space
