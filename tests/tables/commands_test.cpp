@@ -60,6 +60,21 @@ int count(std::vector<std::string> const& all, std::string const& part) {
         all.begin(), all.end(), [&part](std::string const& one) { return contains(one, part); }));
 }
 
+// The commands are those of the stored text, behind "$ "; "====" begins a folder of its own.
+void expectSessions(std::string const& name) {
+    std::string text;
+    std::unique_ptr<Bench> bench;
+    for (std::string const& line : lines(storedText(name))) {
+        if (line == "====") {
+            bench = std::make_unique<Bench>();
+            text += line + '\n';
+        } else if (line.rfind("$ ", 0) == 0) {
+            text += bench->answer(line.substr(2));
+        }
+    }
+    EXPECT_TRUE(matchesStored(name, text));
+}
+
 } // namespace
 
 TEST(Pair, FindsWhatIsSlowerAndMeasuresItAgain) {
@@ -100,19 +115,13 @@ TEST(Pair, FindsWhatIsSlowerAndMeasuresItAgain) {
     EXPECT_EQ(0, bench.run("verdict --threshold 5 cmp.csv.passes.csv").status);
 }
 
-// The commands are those of the stored text, behind "$ "; "====" begins a folder of its own.
-TEST(Pair, SessionsAreToldWhole) {
-    std::string text;
-    std::unique_ptr<Bench> bench;
-    for (std::string const& line : lines(storedText("tables/passes"))) {
-        if (line == "====") {
-            bench = std::make_unique<Bench>();
-            text += line + '\n';
-        } else if (line.rfind("$ ", 0) == 0) {
-            text += bench->answer(line.substr(2));
-        }
+TEST(Pair, SessionsAreToldWhole) { expectSessions("tables/passes"); }
+
+TEST(Pair, ATerminalHasColoursAndProgress) {
+    if (runShell("script -qec true /dev/null").status != 0) {
+        GTEST_SKIP() << "this machine has no pseudo-terminals";
     }
-    EXPECT_TRUE(matchesStored("tables/passes", text));
+    expectSessions("tables/terminal");
 }
 
 TEST(Plan, IsStoredWhole) {
