@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <memory>
-#include <nlohmann/json.hpp>
 #include <regex>
 #include <sched.h>
 #include <thread>
@@ -76,44 +75,6 @@ void expectSessions(std::string const& name) {
 }
 
 } // namespace
-
-TEST(Pair, FindsWhatIsSlowerAndMeasuresItAgain) {
-    Bench bench;
-    Outcome const outcome = bench.pair("--passes 10 -o cmp.csv", "FAKE_SLOW=3");
-    EXPECT_EQ(1, outcome.status) << outcome.err;
-    EXPECT_TRUE(contains(outcome.out, "Sin_32f_A24                64..256    +3.0% [+2.9, "))
-        << outcome.out;
-    EXPECT_TRUE(contains(outcome.out, "48 points: 3 slower, 0 faster, 0 undecided, 45 same"));
-    EXPECT_TRUE(contains(outcome.out, "control: as expected\n20 passes, "));
-    EXPECT_EQ(20, count(lines(outcome.err), "pass ")); // a pipe gets a line for each
-
-    // Sides by turns; the control is the baseline twice; only what was called is measured again.
-    std::vector<std::string> const log = bench.log();
-    EXPECT_EQ(20U, log.size());
-    EXPECT_EQ(10, count(log, "first=1"));
-    EXPECT_EQ(2, count(log, " old first="));
-    EXPECT_EQ(10, count(log, "only= Sin_32f_A24 mhz="));
-    EXPECT_EQ(20, count(log, " in=process"));
-    EXPECT_EQ(0, count(log, "mhz= ")) << "each would wait to learn the frequency";
-    EXPECT_FALSE(bench.exists("cmp.csv.passes"));
-    EXPECT_TRUE(contains(readFile(bench.at("cmp.csv")), " passes=18 spread="));
-
-    // The same from the file of passes; and again, as programs read it.
-    EXPECT_EQ(1, bench.run("verdict cmp.csv.passes.csv").status);
-    nlohmann::json const json =
-        nlohmann::json::parse(bench.run("verdict --format json cmp.csv.passes.csv").out);
-    nlohmann::json const machine = json["machines"][0];
-    EXPECT_EQ(3, machine["counts"]["slower"]);
-    EXPECT_EQ("Sin_32f_A24", machine["points"][33]["function"]);
-    EXPECT_TRUE(machine["points"][33]["again"]);
-    EXPECT_NEAR(1.03, machine["points"][33]["ratio"], 0.001);
-    Outcome const csv = bench.run("verdict --format csv --fail-on never cmp.csv.passes.csv");
-    EXPECT_EQ(0, csv.status);
-    EXPECT_EQ(49U, lines(csv.out).size());
-    EXPECT_TRUE(contains(bench.run("verdict --format markdown cmp.csv.passes.csv").out,
-                         "| `Sin_32f_A24` | 64..256 | +3.0% | [+2.9, "));
-    EXPECT_EQ(0, bench.run("verdict --threshold 5 cmp.csv.passes.csv").status);
-}
 
 TEST(Pair, SessionsAreToldWhole) { expectSessions("tables/passes"); }
 
