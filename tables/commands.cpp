@@ -15,6 +15,7 @@
 #include "core/history.h"
 #include "core/merge.h"
 #include "core/show.h"
+#include "core/text.h"
 #include "export/formats.h"
 #include "page/history.h"
 #include "page/report.h"
@@ -150,8 +151,8 @@ void show(Shown shown, ShowOptions const& options) {
 }
 
 std::string noVerdict(Verdict const& verdict) {
-    return "no verdict for " + verdict.machine + ": no pairs in " + std::to_string(verdict.passes) +
-           (verdict.passes == 1 ? " pass" : " passes");
+    return "no verdict for " + verdict.machine + ": no pairs in " +
+           counted(static_cast<std::size_t>(verdict.passes), "pass");
 }
 
 // One verdict a machine. Passes of a machine without pairs, as those that confirm elsewhere, have

@@ -14,6 +14,7 @@
 #include "core/failure.h"
 #include "core/merge.h"
 #include "core/statistics.h"
+#include "core/text.h"
 
 namespace tables {
 
@@ -176,24 +177,6 @@ void multiply(History& history) {
     }
 }
 
-std::string counted(std::size_t count, std::string const& what) {
-    return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
-}
-
-std::string digits(double value) {
-    std::array<char, 40> text;
-    (void)std::snprintf(text.data(), text.size(), "%.5f", value);
-    return text.data();
-}
-
-// A cell in quotes: labels are the user's.
-std::string quoted(std::string text) {
-    for (std::size_t at = 0; (at = text.find('"', at)) != std::string::npos; at += 2) {
-        text.insert(at, 1, '"');
-    }
-    return '"' + text + '"';
-}
-
 } // namespace
 
 long startOf(Head const& head) {
@@ -332,10 +315,11 @@ std::string historyText(History const& history, std::size_t rows) {
 std::string historyCsv(History const& history) {
     std::string text = "machine,date,function,first,last,points,ratio,low,high\n";
     for (auto const& [date, range] : stepsOf(history)) {
-        text += quoted(date->machine) + ',' + quoted(date->label) + ',' + quoted(range.function) +
-                ',' + std::to_string(range.first) + ',' + std::to_string(range.last) + ',' +
-                std::to_string(range.points) + ',' + digits(range.ratio) + ',' + digits(range.low) +
-                ',' + digits(range.high) + '\n';
+        // Names may hold commas: labels are the user's.
+        text += quotedCell(date->machine) + ',' + quotedCell(date->label) + ',' +
+                quotedCell(range.function) +
+                format(",%ld,%ld,%d,%.5f,%.5f,%.5f\n", range.first, range.last, range.points,
+                       range.ratio, range.low, range.high);
     }
     return text;
 }

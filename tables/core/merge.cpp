@@ -3,8 +3,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 #include <unordered_map>
+
+#include "core/text.h"
 
 namespace tables {
 
@@ -77,10 +78,9 @@ Merged mergePasses(Passes const& passes) {
             reading.base = reading.clocks / reading.ratio;
         }
         merged.pass.readings.push_back(reading);
-        char words[80];
-        (void)std::snprintf(words, sizeof words, "passes=%zu spread=%.1f%%%s", point.clocks.size(),
-                            standing.spread * 100, standing.spread > restLimit ? " apart" : "");
-        merged.words.push_back(words);
+        merged.words.push_back(format("passes=%zu spread=%.1f%%%s", point.clocks.size(),
+                                      standing.spread * 100,
+                                      standing.spread > restLimit ? " apart" : ""));
         merged.apart += standing.spread > restLimit;
     }
     return merged;

@@ -4,10 +4,10 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdarg>
-#include <cstdio>
 #include <map>
 #include <nlohmann/json.hpp>
+
+#include "core/text.h"
 
 namespace tables {
 
@@ -15,16 +15,6 @@ namespace {
 
 constexpr std::array calls = {Call::slower, Call::faster, Call::undecided, Call::same};
 constexpr std::size_t shownFamilies = 8; // of means that say something
-
-__attribute__((format(printf, 1, 2))) std::string format(char const* how, ...) {
-    std::array<char, 400> text;
-    va_list values;
-    va_start(values, how);
-    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): it takes the line above for nothing
-    int const length = std::vsnprintf(text.data(), text.size(), how, values);
-    va_end(values);
-    return {text.data(), std::min(static_cast<std::size_t>(length), text.size() - 1)};
-}
 
 std::string interval(CalledRange const& range) {
     return format("[%+.1f, %+.1f]", (range.low - 1) * 100, (range.high - 1) * 100);
@@ -77,7 +67,7 @@ std::vector<Mean> notable(std::vector<Mean> list, double threshold) {
 }
 
 std::string passesLine(Shown const& shown, Verdict const& verdict) {
-    std::string text = std::to_string(verdict.passes) + (verdict.passes == 1 ? " pass" : " passes");
+    std::string text = counted(static_cast<std::size_t>(verdict.passes), "pass");
     if (shown.seconds > 0) {
         text += format(", %.0f s", shown.seconds);
     }

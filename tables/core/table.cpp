@@ -6,11 +6,11 @@
 #include <cctype>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <map>
 #include <optional>
 
 #include "core/failure.h"
+#include "core/text.h"
 
 namespace tables {
 
@@ -52,12 +52,6 @@ template <typename Number>
 bool parse(std::string_view text, Number& number) {
     auto const [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     return error == std::errc() && end == text.data() + text.size();
-}
-
-std::string format(char const* how, double number) {
-    std::array<char, 40> text;
-    return {text.data(),
-            static_cast<std::size_t>(std::snprintf(text.data(), text.size(), how, number))};
 }
 
 class Reader {
@@ -490,7 +484,7 @@ std::string formatClocks(double clocks) {
     for (double limit = 10; digits > 0 && clocks < limit; limit /= 10) {
         ++digits;
     }
-    return format(("%." + std::to_string(digits) + "f").c_str(), clocks);
+    return format("%.*f", digits, clocks);
 }
 
 } // namespace tables

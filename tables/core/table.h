@@ -126,7 +126,8 @@ std::string passesText(Passes const& passes);
 // The same passes, apart by machine, in the order of their first appearance.
 std::vector<Passes> byMachine(Passes const& passes);
 
-// Clocks as the tables write them: about three significant digits.
+// Clocks as ps_zolvm writes them into its tables: about three significant digits, none behind the
+// point from 100 on. Ratios and shares are far from these ranges, and have formats of their own.
 std::string formatClocks(double clocks);
 
 } // namespace tables

@@ -1,7 +1,7 @@
 // gobench.cpp - Go's benchmark text: configuration lines, then a line for each reading.
 #include <algorithm>
-#include <cstdio>
 
+#include "core/text.h"
 #include "export/formats.h"
 
 namespace tables {
@@ -19,11 +19,9 @@ std::string gobenchText(Findings const& findings, Side side) {
             std::string name = "Benchmark_" + one.point->function();
             std::replace_if(
                 name.begin(), name.end(), [](char c) { return c == ' ' || c == '\t'; }, '_');
-            char values[160];
-            (void)std::snprintf(
-                values, sizeof values, "/length=%ld \t%d\t%.6g ns/op\t%.6g clocks/element\n",
-                one.point->length, std::max(1, one.reading->loops), one.usec * 1e3, one.clocks);
-            text += name + values;
+            text += name + format("/length=%ld \t%d\t%.6g ns/op\t%.6g clocks/element\n",
+                                  one.point->length, std::max(1, one.reading->loops),
+                                  one.usec * 1e3, one.clocks);
         }
     }
     return text;

@@ -3,6 +3,7 @@
 
 #include "core/failure.h"
 #include "core/show.h"
+#include "core/text.h"
 #include "export/formats.h"
 
 namespace tables {
@@ -14,26 +15,7 @@ std::string quoted(std::string const& text) {
     using Json = nlohmann::json;
     std::string const clean =
         Json::parse(Json(text).dump(-1, ' ', false, Json::error_handler_t::replace));
-    std::string xml = "\"";
-    for (char const c : clean) {
-        switch (c) {
-        case '<':
-            xml += "&lt;";
-            break;
-        case '>':
-            xml += "&gt;";
-            break;
-        case '&':
-            xml += "&amp;";
-            break;
-        case '"':
-            xml += "&quot;";
-            break;
-        default:
-            xml += c >= 0 && c < ' ' ? ' ' : c;
-        }
-    }
-    return xml + '"';
+    return '"' + escaped(clean) + '"';
 }
 
 } // namespace

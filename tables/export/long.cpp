@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 #include <unordered_map>
 
+#include "core/text.h"
 #include "export/formats.h"
 
 namespace tables {
@@ -89,13 +90,7 @@ std::string cellOf(Json const& value) {
         return text == "null" ? "" : text;
     }
     std::string text = value.get<std::string>();
-    if (text.find_first_of(",\"\n\r") == std::string::npos) {
-        return text;
-    }
-    for (std::size_t at = 0; (at = text.find('"', at)) != std::string::npos; at += 2) {
-        text.insert(at, 1, '"');
-    }
-    return '"' + text + '"';
+    return text.find_first_of(",\"\n\r") == std::string::npos ? text : quotedCell(text);
 }
 
 } // namespace

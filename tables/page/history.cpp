@@ -3,6 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "core/text.h"
 #include "page/page.h"
 
 namespace tables {

@@ -1,10 +1,10 @@
-// page.cpp - escaping, policy and filling in.
+// page.cpp - elements, data, policy and filling in.
 #include "page/page.h"
 
-#include <array>
-#include <cstdio>
 #include <cstdlib>
 #include <nlohmann/json.hpp>
+
+#include "core/text.h"
 
 namespace tables {
 
@@ -28,38 +28,11 @@ std::string source(std::string_view hexSum) {
 
 } // namespace
 
-std::string escaped(std::string_view text) {
-    std::string html;
-    for (char const c : text) {
-        switch (c) {
-        case '<':
-            html += "&lt;";
-            break;
-        case '>':
-            html += "&gt;";
-            break;
-        case '&':
-            html += "&amp;";
-            break;
-        case '"':
-            html += "&quot;";
-            break;
-        default:
-            html += (c >= 0 && c < ' ') || c == 127 ? ' ' : c;
-        }
-    }
-    return html;
-}
-
 std::string element(char const* name, std::string const& text) {
     return std::string("<") + name + '>' + escaped(text) + "</" + name + ">";
 }
 
-double rounded(double value) {
-    std::array<char, 40> text;
-    (void)std::snprintf(text.data(), text.size(), "%.4g", value);
-    return std::strtod(text.data(), nullptr);
-}
+double rounded(double value) { return std::strtod(format("%.4g", value).c_str(), nullptr); }
 
 std::string scriptData(nlohmann::ordered_json const& json) {
     std::string const plain =

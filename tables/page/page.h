@@ -1,4 +1,4 @@
-// page.h - what the pages share: texts as html, data, and the filling in of a page's parts.
+// page.h - what the pages share: elements, data, and the filling in of a page's parts.
 #ifndef PAGE_PAGE_H
 #define PAGE_PAGE_H
 
@@ -10,9 +10,6 @@
 #include "page/parts.h"
 
 namespace tables {
-
-// A text as html shows it.
-std::string escaped(std::string_view text);
 
 // An html element that holds a text.
 std::string element(char const* name, std::string const& text);

@@ -4,13 +4,13 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdio>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <set>
 
 #include "core/merge.h"
 #include "core/show.h"
+#include "core/text.h"
 #include "page/page.h"
 
 namespace tables {
@@ -21,12 +21,6 @@ using Json = nlohmann::ordered_json;
 
 constexpr std::size_t mostReadings = 24; // of a point and side that the page shows
 constexpr Call calls[] = {Call::slower, Call::faster, Call::same, Call::undecided};
-
-std::string number(char const* how, double value) {
-    std::array<char, 60> text;
-    (void)std::snprintf(text.data(), text.size(), how, value);
-    return text.data();
-}
 
 // One row of the page.
 struct Row {
@@ -168,7 +162,7 @@ std::string rangeText(CalledRange const& range) {
 // The verdict in one sentence.
 std::string sentence(Findings const& findings, MachineFindings const& set) {
     Verdict const& verdict = set.verdict;
-    std::string const threshold = number("%g%%", findings.settings.threshold * 100);
+    std::string const threshold = format("%g%%", findings.settings.threshold * 100);
     if (!verdict.control.asExpected()) {
         return "This machine cannot be trusted today: unchanged code strayed at " +
                std::to_string(verdict.control.strayed) + " of " +
@@ -231,7 +225,7 @@ std::string facts(MachineFindings const& set) {
         add(std::string("Passes") + side, merged.empty() ? std::to_string(counted) : merged);
     }
     if (set.verdict.quietShare >= 0) {
-        add("Sharing", number("%.0f%% of the readings had the core to themselves",
+        add("Sharing", format("%.0f%% of the readings had the core to themselves",
                               set.verdict.quietShare * 100));
         Control const& control = set.verdict.control;
         add("Control", control.points == 0
@@ -269,7 +263,7 @@ std::string summary(Findings const& findings, std::vector<std::vector<Row>> cons
                         "</li>";
             }
             html += "<li><b>" +
-                    number("%+.2f%%", // no -0.00%
+                    format("%+.2f%%", // no -0.00%
                            std::round((meanOfAll(set.verdict).ratio - 1) * 1e4) / 100 + 0.0) +
                     "</b> mean</li></ul>";
         } else {

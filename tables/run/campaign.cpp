@@ -8,6 +8,7 @@
 #include <filesystem>
 
 #include "core/failure.h"
+#include "core/text.h"
 #include "run/files.h"
 #include "run/process.h"
 
@@ -178,11 +179,9 @@ void Campaign::makeOne(PlannedPass const& planned) {
     if (m_passes.list.empty() && m_failed == hopeless) {
         throw Failure("the passes give no readings: " + outcome);
     }
-    char seconds[40];
-    (void)std::snprintf(
-        seconds, sizeof seconds, "%.1f s",
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count());
-    m_progress.passEnds(outcome.empty() ? seconds : outcome);
+    double const seconds =
+        std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+    m_progress.passEnds(outcome.empty() ? format("%.1f s", seconds) : outcome);
 }
 
 void Campaign::setHead(Pass& pass, PlannedPass const& planned, std::string const& ended) const {

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstdio>
 
+#include "core/text.h"
+
 namespace tables {
 
 namespace {
@@ -70,12 +72,12 @@ void Progress::show() {
     }
     m_shown = Clock::now();
     double const done = share();
-    char left[40] = "";
+    std::string left;
     if (done > 0) {
         long const rest = std::lround(seconds(m_start, m_shown) * (1 / done - 1));
-        (void)std::snprintf(left, sizeof left, ", %ld:%02ld left", rest / 60, rest % 60);
+        left = format(", %ld:%02ld left", rest / 60, rest % 60);
     }
-    (void)std::fprintf(stderr, "\r\033[K%3.0f%%%s, %s %s", done * 100, left, m_pass.c_str(),
+    (void)std::fprintf(stderr, "\r\033[K%3.0f%%%s, %s %s", done * 100, left.c_str(), m_pass.c_str(),
                        m_function.c_str());
     (void)std::fflush(stderr);
 }
