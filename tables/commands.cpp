@@ -216,10 +216,29 @@ MergedTables mergeMachines(Passes const& passes, std::vector<Verdict> const& ver
     return tables;
 }
 
-// The tables and, beside them, all readings.
-void writeResults(std::string const& output, Passes const& passes, MergedTables const& tables) {
-    replaceFile(output + ".passes.csv", passesText(passes));
-    replaceFile(output, tables.text);
+void printOrWrite(std::string const& output, std::string const& text) {
+    output.empty() ? print(text) : replaceFile(output, text);
+}
+
+// The tables; beside those that are written, all readings.
+void printOrWrite(std::string const& output, Passes const& passes, MergedTables const& tables) {
+    if (!output.empty()) {
+        replaceFile(output + ".passes.csv", passesText(passes));
+    }
+    printOrWrite(output, tables.text);
+}
+
+// Of the heads and of the rows.
+std::vector<std::string> differencesOf(Comparison const& comparison, std::string const& before,
+                                       std::string const& after) {
+    std::vector<std::string> differences = comparison.differences;
+    for (auto const& [count, name] :
+         {std::pair{comparison.onlyBefore, &before}, std::pair{comparison.onlyAfter, &after}}) {
+        if (count > 0) {
+            differences.push_back(std::to_string(count) + " rows that only " + *name + " has");
+        }
+    }
+    return differences;
 }
 
 // What absolute numbers can't tell, and what can.
@@ -293,15 +312,8 @@ Compared compareFiles(std::string const& before, std::vector<std::string> const&
         }
         Comparison const comparison =
             compareTables(passes.points, machine.before, machine.passes.list, settings);
-        for (std::string const& difference : comparison.differences) {
+        for (std::string const& difference : differencesOf(comparison, before, after.front())) {
             compared.notes.push_back(on + difference);
-        }
-        for (auto const& [count, name] : {std::pair{comparison.onlyBefore, &before},
-                                          std::pair{comparison.onlyAfter, &after.front()}}) {
-            if (count > 0) {
-                compared.notes.push_back(on + std::to_string(count) + " rows that only " + *name +
-                                         " has");
-            }
         }
         machine.verdict = comparison.verdict;
         machine.passes.points = passes.points;
@@ -335,26 +347,9 @@ std::string libraryOf(Head const& head) {
     return pathOr(head.get(key::library), "the library");
 }
 
-Findings findingsOf(ReportOptions const& options) {
-    std::vector<std::string> inputs = options.files;
-    if (!options.against.empty()) {
-        inputs.push_back(options.against);
-    }
-    refuseOverwriting(options.output, inputs);
-    Findings findings;
-    findings.settings = (options.against.empty() ? ShowOptions() : CompareOptions().show).settings;
-    if (options.threshold > 0) {
-        findings.settings.threshold = options.threshold;
-    }
-    if (!options.against.empty()) {
-        Compared compared = compareFiles(options.against, options.files, findings.settings);
-        findings.before = options.against;
-        findings.after = options.files.front();
-        findings.notes = std::move(compared.notes);
-        findings.machines = std::move(compared.machines);
-        return findings;
-    }
-    Passes const passes = readTables(options.files);
+// Tables that are held against none: pairs have their verdict, absolute numbers stand alone.
+void addJudged(Findings& findings, std::vector<std::string> const& files) {
+    Passes const passes = readTables(files);
     Head const& head = passes.list.front().head;
     std::size_t paired = 0;
     for (Passes& one : byMachine(passes)) {
@@ -372,6 +367,28 @@ Findings findingsOf(ReportOptions const& options) {
         }
         findings.before = pathOr(head.get(key::baseline), "the baseline");
         findings.after = libraryOf(head);
+    }
+}
+
+Findings findingsOf(ReportOptions const& options) {
+    std::vector<std::string> inputs = options.files;
+    if (!options.against.empty()) {
+        inputs.push_back(options.against);
+    }
+    refuseOverwriting(options.output, inputs);
+    Findings findings;
+    findings.settings = (options.against.empty() ? ShowOptions() : CompareOptions().show).settings;
+    if (options.threshold > 0) {
+        findings.settings.threshold = options.threshold;
+    }
+    if (options.against.empty()) {
+        addJudged(findings, options.files);
+    } else {
+        Compared compared = compareFiles(options.against, options.files, findings.settings);
+        findings.before = options.against;
+        findings.after = options.files.front();
+        findings.notes = std::move(compared.notes);
+        findings.machines = std::move(compared.machines);
     }
     return findings;
 }
@@ -401,12 +418,62 @@ std::vector<std::string> tablesIn(std::vector<std::string> const& paths) {
     return files;
 }
 
+// The dates of all tables in their order: by the labels, else by when they were measured. What
+// cannot be a date is left out and noted.
+History readDates(HistoryOptions const& options, std::vector<std::string> const& files) {
+    bool const labelled = !options.labels.empty();
+    if (labelled && options.labels.size() != files.size()) {
+        throw Failure(std::to_string(options.labels.size()) + " labels for " +
+                      std::to_string(files.size()) + " tables");
+    }
+    History history{.points = {}, .dates = {}, .chain = options.chain, .settings = {}, .notes = {}};
+    history.settings.threshold = options.threshold;
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        std::size_t const first = history.dates.size();
+        try {
+            Passes const passes = readTables({files[i]});
+            Head const& head = passes.list.front().head;
+            long const place = labelled ? static_cast<long>(i) : startOf(head);
+            addDate(history, passes, labelled ? options.labels[i] : labelOf(head));
+            for (std::size_t added = first; added < history.dates.size(); ++added) {
+                history.dates[added].table = files[i];
+                history.dates[added].place = place;
+            }
+        } catch (Failure const& failure) {
+            std::string const what = failure.what();
+            history.notes.push_back(
+                "left out: " + (what.starts_with(files[i]) ? "" : files[i] + ": ") + what);
+        }
+    }
+    if (history.dates.empty()) {
+        throw Failure(history.notes.empty() ? "no tables there" : history.notes.front());
+    }
+    std::stable_sort(history.dates.begin(), history.dates.end(),
+                     [](HistoryDate const& a, HistoryDate const& b) { return a.place < b.place; });
+    return history;
+}
+
 int printArray(PassOptions const& options) {
     if (options.output.empty()) {
         throw Failure("--array needs -o: the tasks keep their passes beside the output");
     }
     print(arrayScript(options.commandLine, options.passes));
     return exitFine;
+}
+
+// Functions that were called on some machine, or with undecided are undecided there.
+std::vector<std::string> unclear(Passes const& passes, VerdictSettings const& settings,
+                                 bool undecided) {
+    std::vector<std::string> functions;
+    std::vector<std::string> unsaid;
+    for (Verdict const& verdict : judgeMachines(passes, settings, unsaid)) {
+        for (std::string const& name : functionsOf(passes.points, verdict, undecided)) {
+            if (std::find(functions.begin(), functions.end(), name) == functions.end()) {
+                functions.push_back(name);
+            }
+        }
+    }
+    return functions;
 }
 
 // What commands that make passes have in common.
@@ -448,8 +515,9 @@ public:
         return notes;
     }
 
-    void write(MergedTables const& tables, bool whole) const {
-        writeResults(m_options.output, campaign.passes(), tables);
+    // Passes of an interrupted command stay for --resume.
+    void printOrWrite(MergedTables const& results, bool whole) const {
+        tables::printOrWrite(m_options.output, campaign.passes(), results);
         if (whole) {
             campaign.removeFolder();
         }
@@ -496,17 +564,8 @@ int pairCommand(PairOptions const& options) {
     Passes const& passes = work.campaign.passes();
     bool whole = work.campaign.make(plan);
     int next = how.passes + 1;
-    // Further passes of what is not clear yet.
     auto const further = [&](std::string const& kind, int count, bool undecided) {
-        std::vector<std::string> functions;
-        std::vector<std::string> unsaid;
-        for (Verdict const& verdict : judgeMachines(passes, settings, unsaid)) {
-            for (std::string const& name : functionsOf(passes.points, verdict, undecided)) {
-                if (std::find(functions.begin(), functions.end(), name) == functions.end()) {
-                    functions.push_back(name);
-                }
-            }
-        }
+        std::vector<std::string> const functions = unclear(passes, settings, undecided);
         if (whole && count > 0 && !functions.empty()) {
             work.progress.note(std::to_string(functions.size()) + " functions again: " + kind);
             whole = work.campaign.make(planPasses(kind, count, next, functions));
@@ -522,7 +581,7 @@ int pairCommand(PairOptions const& options) {
     std::vector<std::string> notes = work.finish(whole);
     std::vector<Verdict> const verdicts = judgeMachines(passes, settings, notes);
     if (!how.output.empty()) {
-        work.write(mergeMachines(passes, verdicts), whole);
+        work.printOrWrite(mergeMachines(passes, verdicts), whole);
     }
     show({.points = passes.points,
           .verdicts = verdicts,
@@ -550,11 +609,7 @@ int runCommand(RunOptions const& options) {
     }
     std::vector<std::string> const notes = work.finish(whole);
     MergedTables const tables = mergeMachines(work.campaign.passes());
-    if (how.output.empty()) {
-        print(tables.text);
-    } else {
-        work.write(tables, whole);
-    }
+    work.printOrWrite(tables, whole);
     if (!how.quiet) {
         tell(tables.told);
     }
@@ -611,51 +666,14 @@ int exportCommand(ExportOptions const& options) {
                              : format == "long"    ? longCsv(findings)
                              : format == "json"    ? longJson(findings)
                                                 : junitText(findings, options.failOn == "changed");
-    if (options.tables.output.empty()) {
-        print(text);
-    } else {
-        replaceFile(options.tables.output, text);
-    }
+    printOrWrite(options.tables.output, text);
     return exitFine;
 }
 
 int historyCommand(HistoryOptions const& options) {
     std::vector<std::string> const files = tablesIn(options.files);
     refuseOverwriting(options.output, files);
-    bool const labelled = !options.labels.empty();
-    if (labelled && options.labels.size() != files.size()) {
-        throw Failure(std::to_string(options.labels.size()) + " labels for " +
-                      std::to_string(files.size()) + " tables");
-    }
-    History history{.points = {}, .dates = {}, .chain = options.chain, .settings = {}, .notes = {}};
-    history.settings.threshold = options.threshold;
-    std::vector<std::pair<long, std::size_t>> order; // of the dates, by their start
-    for (std::size_t i = 0; i < files.size(); ++i) {
-        try {
-            Passes const passes = readTables({files[i]});
-            Head const& head = passes.list.front().head;
-            long const start = labelled ? static_cast<long>(i) : startOf(head);
-            addDate(history, passes, labelled ? options.labels[i] : labelOf(head));
-            while (order.size() < history.dates.size()) {
-                history.dates[order.size()].table = files[i];
-                order.emplace_back(start, order.size());
-            }
-        } catch (Failure const& failure) {
-            std::string const what = failure.what();
-            history.notes.push_back(
-                "left out: " + (what.starts_with(files[i]) ? "" : files[i] + ": ") + what);
-        }
-    }
-    if (history.dates.empty()) {
-        throw Failure(history.notes.empty() ? "no tables there" : history.notes.front());
-    }
-    std::sort(order.begin(), order.end());
-    std::vector<HistoryDate> sorted;
-    sorted.reserve(order.size());
-    for (auto const& [start, place] : order) {
-        sorted.push_back(std::move(history.dates[place]));
-    }
-    history.dates = std::move(sorted);
+    History history = readDates(options, files);
     findSteps(history);
     if (!options.output.empty()) {
         replaceFile(options.output, historyPage(history));
@@ -669,12 +687,7 @@ int historyCommand(HistoryOptions const& options) {
 int importCommand(ImportOptions const& options) {
     refuseOverwriting(options.output, {options.file});
     Passes const passes = readGbench(readFile(options.file), options.file, options.mhz);
-    MergedTables const tables = mergeMachines(passes);
-    if (options.output.empty()) {
-        print(tables.text);
-    } else {
-        writeResults(options.output, passes, tables);
-    }
+    printOrWrite(options.output, passes, mergeMachines(passes));
     return exitFine;
 }
 
@@ -683,11 +696,7 @@ int mergeCommand(MergeOptions const& options) {
     refuseOverwriting(options.output + ".passes.csv", options.files);
     Passes const passes = readTables(options.files);
     MergedTables const tables = mergeMachines(passes);
-    if (options.output.empty()) {
-        print(tables.text);
-    } else {
-        writeResults(options.output, passes, tables);
-    }
+    printOrWrite(options.output, passes, tables);
     tell(tables.told);
     return exitFine;
 }

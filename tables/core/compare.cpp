@@ -44,7 +44,41 @@ struct Floors {
     std::vector<std::size_t> groups; // by length
     std::vector<int> passes;
     std::vector<Location> sides[2];
+    bool single = true; // none has been read more than once on both sides
 };
+
+// Counts in the comparison the points that only one side has.
+Floors floorsOf(PointList const& points, std::span<Pass const> before, std::span<Pass const> after,
+                Comparison& comparison) {
+    std::vector<std::vector<double>> const clocks[2] = {clocksOf(points, before),
+                                                        clocksOf(points, after)};
+    Floors floors;
+    std::map<long, std::size_t> groups;
+    for (std::uint32_t i = 0; i < points.size(); ++i) {
+        std::size_t const counts[2] = {clocks[0][i].size(), clocks[1][i].size()};
+        comparison.onlyBefore += counts[0] > 0 && counts[1] == 0;
+        comparison.onlyAfter += counts[1] > 0 && counts[0] == 0;
+        if (counts[0] > 0 && counts[1] > 0) {
+            floors.points.push_back(i);
+            floors.groups.push_back(groups.emplace(points[i].length, groups.size()).first->second);
+            floors.passes.push_back(static_cast<int>(std::min(counts[0], counts[1])));
+            for (int const side : {0, 1}) {
+                floors.sides[side].push_back(floorOf(clocks[side][i]));
+            }
+            floors.single = floors.single && floors.passes.back() == 1;
+        }
+    }
+    return floors;
+}
+
+// From which share on a difference of single runs is called: what most points do tells.
+double singleLimitOf(std::vector<double> const& logs) {
+    std::vector<double> away(logs.size());
+    std::transform(logs.begin(), logs.end(), away.begin(),
+                   [](double log) { return std::fabs(log); });
+    double const most = singleSafety * quantileOf(std::move(away), unchanged);
+    return std::max(singleRuns, std::expm1(most));
+}
 
 Estimate difference(Estimate const& before, Estimate const& after) {
     double const a = before.error * before.error;
@@ -100,25 +134,7 @@ Comparison compareTables(PointList const& points, std::span<Pass const> before,
                          std::span<Pass const> after, VerdictSettings const& settings) {
     Comparison comparison;
     comparison.differences = differencesOf(before.front(), after.front());
-    std::vector<std::vector<double>> const clocks[2] = {clocksOf(points, before),
-                                                        clocksOf(points, after)};
-    Floors floors;
-    std::map<long, std::size_t> groups;
-    bool single = true;
-    for (std::uint32_t i = 0; i < points.size(); ++i) {
-        std::size_t const counts[2] = {clocks[0][i].size(), clocks[1][i].size()};
-        comparison.onlyBefore += counts[0] > 0 && counts[1] == 0;
-        comparison.onlyAfter += counts[1] > 0 && counts[0] == 0;
-        if (counts[0] > 0 && counts[1] > 0) {
-            floors.points.push_back(i);
-            floors.groups.push_back(groups.emplace(points[i].length, groups.size()).first->second);
-            floors.passes.push_back(static_cast<int>(std::min(counts[0], counts[1])));
-            for (int const side : {0, 1}) {
-                floors.sides[side].push_back(floorOf(clocks[side][i]));
-            }
-            single = single && floors.passes.back() == 1;
-        }
-    }
+    Floors const floors = floorsOf(points, before, after, comparison);
     Prior const priors[2] = {fitPrior(floors.sides[0], floors.groups),
                              fitPrior(floors.sides[1], floors.groups)};
     std::vector<Judgement>& judgements = comparison.verdict.points;
@@ -139,12 +155,8 @@ Comparison compareTables(PointList const& points, std::span<Pass const> before,
         comparison.common = std::exp(medianOf(logs));
     }
     comparison.inflation = inflationOf(estimates);
-    if (single && !logs.empty()) {
-        std::vector<double> away(logs.size());
-        std::transform(logs.begin(), logs.end(), away.begin(),
-                       [](double log) { return std::fabs(log); });
-        double const most = singleSafety * quantileOf(std::move(away), unchanged);
-        comparison.singleLimit = std::max(singleRuns, std::expm1(most));
+    if (floors.single && !logs.empty()) {
+        comparison.singleLimit = singleLimitOf(logs);
     }
     auto estimate = estimates.begin();
     for (std::size_t i = 0; i < judgements.size(); ++i) {
@@ -152,7 +164,7 @@ Comparison compareTables(PointList const& points, std::span<Pass const> before,
         if (one.passes > 1) {
             estimate->error *= comparison.inflation;
             setEstimate(one, *estimate++, settings.level);
-        } else if (single && std::fabs(logs[i]) > std::log1p(comparison.singleLimit)) {
+        } else if (floors.single && std::fabs(logs[i]) > std::log1p(comparison.singleLimit)) {
             one.chance = 0;
         }
     }

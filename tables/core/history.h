@@ -20,6 +20,7 @@ struct HistoryDate {
     std::vector<double> logs; // by point: of clocks, or of the ratio; NaN: not measured
     Verdict changes;          // from the date before it; empty where there is no step
     std::string table{};      // the file
+    long place = 0;           // in the order of all: seconds since 1970, or the label's number
 };
 
 struct History {

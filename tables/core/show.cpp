@@ -135,6 +135,110 @@ std::vector<Mean> meansBy(PointList const& points, Verdict const& verdict, Name 
     return list;
 }
 
+std::string coloured(Shown const& shown, Call call, std::string const& what) {
+    char const* const code = call == Call::slower ? "31" : call == Call::faster ? "32" : "33";
+    return shown.colour ? format("\033[%sm%s\033[0m", code, what.c_str()) : what;
+}
+
+std::string rangesText(Shown const& shown, Verdict const& verdict) {
+    std::string text;
+    std::size_t left = 0;
+    for (CalledRange const& range : shownRanges(shown, verdict, left)) {
+        text += format("%-20s %13s  ", range.function.c_str(), lengthsText(range).c_str()) +
+                coloured(shown, range.call,
+                         format("%7s %-16s %s", percent(range.ratio).c_str(),
+                                interval(range).c_str(), callName(range.call))) +
+                '\n';
+    }
+    if (left > 0) {
+        text += format("... and %zu more rows\n", left);
+    }
+    return text;
+}
+
+// What is told of one machine.
+std::string verdictText(Shown const& shown, Verdict const& verdict) {
+    std::string text =
+        shown.after + " against " + shown.before + "\non " + verdict.machine + "\n\n";
+    std::string const ranges = rangesText(shown, verdict);
+    text += ranges + (ranges.empty() ? "" : "\n");
+    text += format("%zu points: %s (threshold %g%%)\n", verdict.points.size(),
+                   counts(verdict).c_str(), shown.settings.threshold * 100);
+    text += means("mean  ", {meanOfAll(verdict)});
+    text += means("length", meansByLength(shown.points, verdict));
+    text +=
+        means("family", notable(meansByFamily(shown.points, verdict), shown.settings.threshold));
+    if (verdict.quietShare >= 0) {
+        std::string const control = controlText(verdict.control);
+        text += verdict.control.asExpected() ? control : coloured(shown, Call::slower, control);
+        text += '\n';
+    }
+    return text + passesLine(shown, verdict) + '\n';
+}
+
+// The worst changes of the functions side by side, a column for each machine.
+std::string machinesMarkdown(Shown const& shown) {
+    std::string text = "| Function |";
+    std::string rule = "|---|";
+    for (Verdict const& verdict : shown.verdicts) {
+        text += ' ' + verdict.machine + " |";
+        rule += "---|";
+    }
+    text += '\n' + rule + '\n';
+    for (std::vector<std::string> const& row : byFunction(shown)) {
+        text += '|';
+        for (std::string const& cell : row) {
+            text += ' ' + cell + " |";
+        }
+        text += '\n';
+    }
+    return text + '\n';
+}
+
+// A function stands where the range furthest from 1 puts it, slowest first.
+void sortWorstFirst(std::vector<CalledRange>& ranges) {
+    std::map<std::string, double> worst;
+    for (CalledRange const& range : ranges) {
+        double& place = worst[range.function];
+        double const log = std::log(range.ratio);
+        place = std::fabs(log) > std::fabs(place) ? log : place;
+    }
+    std::stable_sort(ranges.begin(), ranges.end(), [&worst](auto const& a, auto const& b) {
+        return worst[a.function] > worst[b.function];
+    });
+}
+
+nlohmann::ordered_json jsonOf(PointList const& points, Verdict const& verdict) {
+    nlohmann::ordered_json one;
+    one["machine"] = verdict.machine;
+    one["passes"] = verdict.passes;
+    one["quiet"] = verdict.quietShare;
+    one["control"] = {{"points", verdict.control.points},
+                      {"strayed", verdict.control.strayed},
+                      {"allowed", verdict.control.allowed},
+                      {"asExpected", verdict.control.asExpected()}};
+    for (Call const call : calls) {
+        one["counts"][callName(call)] = verdict.count(call);
+    }
+    one["mean"] = meanOfAll(verdict).ratio;
+    one["families"] = jsonOf(meansByFamily(points, verdict));
+    one["lengths"] = jsonOf(meansByLength(points, verdict));
+    one["points"] = nlohmann::ordered_json::array();
+    for (Judgement const& judged : verdict.points) {
+        Point const& point = points[judged.point];
+        one["points"].push_back({{"function", point.function()},
+                                 {"length", point.length},
+                                 {"verdict", callName(judged.call)},
+                                 {"ratio", judged.ratio},
+                                 {"low", judged.low},
+                                 {"high", judged.high}, // null: not bounded
+                                 {"chance", judged.chance},
+                                 {"passes", judged.passes},
+                                 {"again", judged.again}});
+    }
+    return one;
+}
+
 } // namespace
 
 std::string percent(double ratio) { return format("%+.1f%%", (ratio - 1) * 100); }
@@ -174,16 +278,7 @@ std::vector<CalledRange> calledRanges(PointList const& points, Verdict const& ve
             before = one->call;
         }
     }
-    // A function stands where the range furthest from 1 puts it, slowest first.
-    std::map<std::string, double> worst;
-    for (CalledRange const& range : ranges) {
-        double& place = worst[range.function];
-        double const log = std::log(range.ratio);
-        place = std::fabs(log) > std::fabs(place) ? log : place;
-    }
-    std::stable_sort(ranges.begin(), ranges.end(), [&worst](auto const& a, auto const& b) {
-        return worst[a.function] > worst[b.function];
-    });
+    sortWorstFirst(ranges);
     return ranges;
 }
 
@@ -207,36 +302,8 @@ Mean meanOfAll(Verdict const& verdict) {
 
 std::string showText(Shown const& shown) {
     std::string text;
-    auto const coloured = [&shown](Call call, std::string const& what) {
-        char const* const code = call == Call::slower ? "31" : call == Call::faster ? "32" : "33";
-        return shown.colour ? format("\033[%sm%s\033[0m", code, what.c_str()) : what;
-    };
     for (Verdict const& verdict : shown.verdicts) {
-        text += shown.after + " against " + shown.before + "\non " + verdict.machine + "\n\n";
-        std::size_t left = 0;
-        std::vector<CalledRange> const ranges = shownRanges(shown, verdict, left);
-        for (CalledRange const& range : ranges) {
-            text += format("%-20s %13s  ", range.function.c_str(), lengthsText(range).c_str()) +
-                    coloured(range.call, format("%7s %-16s %s", percent(range.ratio).c_str(),
-                                                interval(range).c_str(), callName(range.call))) +
-                    '\n';
-        }
-        if (left > 0) {
-            text += format("... and %zu more rows\n", left);
-        }
-        text += ranges.empty() ? "" : "\n";
-        text += format("%zu points: %s (threshold %g%%)\n", verdict.points.size(),
-                       counts(verdict).c_str(), shown.settings.threshold * 100);
-        text += means("mean  ", {meanOfAll(verdict)});
-        text += means("length", meansByLength(shown.points, verdict));
-        text += means("family",
-                      notable(meansByFamily(shown.points, verdict), shown.settings.threshold));
-        if (verdict.quietShare >= 0) {
-            std::string const control = controlText(verdict.control);
-            text += verdict.control.asExpected() ? control : coloured(Call::slower, control);
-            text += '\n';
-        }
-        text += passesLine(shown, verdict) + '\n';
+        text += verdictText(shown, verdict);
         text += &verdict == &shown.verdicts.back() ? "" : "\n";
     }
     if (shown.verdicts.size() > 1) {
@@ -277,23 +344,7 @@ std::string showMarkdown(Shown const& shown) {
         text += left > 0 ? format("\n... and %zu more rows\n", left) : "";
         text += '\n';
     }
-    if (shown.verdicts.size() > 1) {
-        text += "| Function |";
-        std::string rule = "|---|";
-        for (Verdict const& verdict : shown.verdicts) {
-            text += ' ' + verdict.machine + " |";
-            rule += "---|";
-        }
-        text += '\n' + rule + '\n';
-        for (std::vector<std::string> const& row : byFunction(shown)) {
-            text += '|';
-            for (std::string const& cell : row) {
-                text += ' ' + cell + " |";
-            }
-            text += '\n';
-        }
-        text += '\n';
-    }
+    text += shown.verdicts.size() > 1 ? machinesMarkdown(shown) : "";
     for (std::string const& note : shown.notes) {
         text += "- " + note + '\n';
     }
@@ -326,34 +377,7 @@ std::string showJson(Shown const& shown) {
     json["seconds"] = shown.seconds;
     json["notes"] = shown.notes;
     for (Verdict const& verdict : shown.verdicts) {
-        nlohmann::ordered_json one;
-        one["machine"] = verdict.machine;
-        one["passes"] = verdict.passes;
-        one["quiet"] = verdict.quietShare;
-        one["control"] = {{"points", verdict.control.points},
-                          {"strayed", verdict.control.strayed},
-                          {"allowed", verdict.control.allowed},
-                          {"asExpected", verdict.control.asExpected()}};
-        for (Call const call : calls) {
-            one["counts"][callName(call)] = verdict.count(call);
-        }
-        one["mean"] = meanOfAll(verdict).ratio;
-        one["families"] = jsonOf(meansByFamily(shown.points, verdict));
-        one["lengths"] = jsonOf(meansByLength(shown.points, verdict));
-        one["points"] = nlohmann::ordered_json::array();
-        for (Judgement const& judged : verdict.points) {
-            Point const& point = shown.points[judged.point];
-            one["points"].push_back({{"function", point.function()},
-                                     {"length", point.length},
-                                     {"verdict", callName(judged.call)},
-                                     {"ratio", judged.ratio},
-                                     {"low", judged.low},
-                                     {"high", judged.high}, // null: not bounded
-                                     {"chance", judged.chance},
-                                     {"passes", judged.passes},
-                                     {"again", judged.again}});
-        }
-        json["machines"].push_back(std::move(one));
+        json["machines"].push_back(jsonOf(shown.points, verdict));
     }
     return json.dump(1, ' ', false, nlohmann::json::error_handler_t::replace) + '\n';
 }

@@ -2,6 +2,7 @@
 file(READ ${CHARTS}/uPlot.iife.min.js charts)
 file(READ ${CHARTS}/LICENSE licence)
 file(READ ${PAGE}/common.js common)
+file(READ ${PAGE}/head.html head)
 file(READ ${CHARTS}/uPlot.min.css chartStyle)
 file(READ ${PAGE}/report.css style)
 string(PREPEND style "${chartStyle}\n")
@@ -15,7 +16,7 @@ foreach(page report history)
     file(READ ${PAGE}/${page}.js script)
     string(PREPEND script "/*\n${licence}*/\n${charts}\n${common}\n")
     string(SHA256 scriptSum "${script}")
-    string(APPEND text "PageParts const ${page}{.html = R\"psPage(${html})psPage\",\n"
+    string(APPEND text "PageParts const ${page}{.html = R\"psPage(${head}${html})psPage\",\n"
         ".script = R\"psPage(${script})psPage\",\n.style = style,\n"
         ".scriptSum = \"${scriptSum}\",\n.styleSum = \"${styleSum}\"};\n")
 endforeach()

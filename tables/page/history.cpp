@@ -73,7 +73,8 @@ std::string dataText(History const& history) {
 
 std::string historyPage(History const& history) {
     std::vector<Step> const steps = stepsOf(history);
-    return filledPage(parts::history, {{"summary", summary(history, steps)},
+    return filledPage(parts::history, {{"title", "When did it change?"},
+                                       {"summary", summary(history, steps)},
                                        {"fallback", fallback(steps)},
                                        {"data", dataText(history)}});
 }
