@@ -67,7 +67,7 @@ TEST(PsCacheIterator, TrialsOfBothPlacements) {
         g_ostrm.setOutLevel(MSG_ERR | MSG_PERF);
     }
     EXPECT_TRUE(matchesStored("psparameter/cache_trials", messages.text()));
-    psCacheIterator::m_cacheSizeHook = [](int*) { return 37; };
+    psCacheIterator::m_cacheSizeHook = [](int* bytes) { return ++*bytes == 1 ? 37 : 0; };
     EXPECT_EQ(psCacheIterator::cacheSize(), 0);
     psCacheIterator::m_cacheSizeHook = ps_zolGetMaxCacheSizeB;
 }

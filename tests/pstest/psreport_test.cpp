@@ -138,12 +138,11 @@ TEST_F(PsReport, EveryReportOnEveryStream) {
         tests.m_numTests += 1 << code;
     }
     text += everywhere("end", psReportEnd(tests));
+    for (std::size_t const length : {0, 128, 129}) {
+        text +=
+            psReportEnd::timeValue(std::string(length, '1').c_str()).c_str() + std::string("\n");
+    }
     EXPECT_TRUE(matchesStored("pstest/reports", text));
-    EXPECT_STREQ(psReportEnd::timeValue("").c_str(), "NULL");
-    EXPECT_STREQ(psReportEnd::timeValue(std::string(128, '1').c_str()).c_str(),
-                 std::string(128, '1').c_str());
-    EXPECT_STREQ(psReportEnd::timeValue(std::string(129, '1').c_str()).c_str(),
-                 "UNKNOWN (Very large value)");
 }
 
 } // namespace

@@ -45,13 +45,15 @@ TEST_F(PsAutoTiming, EveryBranchAsksForItsLoopCounts) {
          {1, 4, 8, 16, 16, 16}, 2, 10000, "nLps=16 acc=50.0%"},
         // Counts beyond 32 bits wrap below 0 and are tried once more, times ten.
         {1 << 29, INT_MAX, 0, {{1 << 29}, {1 << 20}, {40}},
-         {1 << 29, INT_MIN, -10}, 2, -4, "nLps=-10 acc=100.0%"}};
+         {1 << 29, INT_MIN, -10}, 2, -4, "nLps=-10 acc=100.0%"},
+        // The one quotient that can overflow.
+        {-1, 2048, 1LL << 62, {{-1}, {-1}, {5}}, {-1, -1, 0}, 2, HUGE_VAL, "nLps=0 acc=100.0%"}};
     // clang-format on
     for (auto const& [first, maxLoops, minClocks, given, loops, result, ticks, comment] : cases) {
         SCOPED_TRACE(testing::PrintToString(loops));
         start(given);
         tool.setMethodBest(first, 1, minClocks);
-        tool.m_maxLoops = maxLoops;
+        std::tie(tool.m_startLoops, tool.m_maxLoops) = std::pair(first, maxLoops);
         EXPECT_EQ(tool.timing(scriptedLoop, nullptr, nullptr, nullptr), result);
         EXPECT_EQ(askedLoops, loops);
         EXPECT_EQ(tool.m_funcTicks, ticks);

@@ -135,7 +135,7 @@ TEST_F(PsCtrl, TheX87RecordAddsUpBatches) {
     g_ctrl87.stop();
     EXPECT_STREQ(g_ctrl87.strSW().c_str(), "?Invalid ");
     EXPECT_EQ(g_ctrl87.getCW() & 0xf3fU, 0x23bU);
-    g_ctrl87.clear();
+    psClearCtrlStatus();
     EXPECT_EQ(g_ctrl87.getCW() + g_ctrl87.getSW() + (ps_get_sw_fpu() & 0x3fU), 0U);
 }
 
@@ -146,7 +146,7 @@ TEST_F(PsCtrl, TheSSERecordShowsAllSinceInit) {
     EXPECT_TRUE(g_ssx.badStatus());
     double left = 0.0;
     asm volatile("xorps %%xmm15, %%xmm15" : : : "xmm15");
-    g_ssx.clear();
+    psClearCtrlStatus();
     asm volatile("movsd %%xmm15, %0" : "=m"(left)); // destroyed, as before each measurement
     EXPECT_NE(left, 0.0);
     EXPECT_EQ(g_ssx.get(), 0U);

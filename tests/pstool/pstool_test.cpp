@@ -174,12 +174,12 @@ TEST_F(PsTool, AMeasuredFunctionFindsCleanUnitsAndItsPriority) {
     for (int method : {psTool::Loop, psTool::Stat}) {
         start({});
         tool.m_method = method;
-        psTool::m_priority = mayRaise() ? 3 : 0;
+        psTool::m_priority = mayRaise() ? 1 : 0;
         raiseInvalid87();
         asm volatile("pxor %%xmm15, %%xmm15" : : : "xmm15");
         tool.timing([](int, long long* clocks) { return lookAround(clocks); },
                     [](int*, long long* clocks) { return lookAround(clocks); }, nullptr, nullptr);
-        EXPECT_EQ(found.nice, psTool::m_priority == 3 ? 10 : before);
+        EXPECT_EQ(found.nice, psTool::m_priority == 1 ? -20 : before);
         EXPECT_EQ(found.status87, 0U);
         EXPECT_EQ(found.vector, ~0U);
         EXPECT_EQ(getpriority(PRIO_PROCESS, 0), before);

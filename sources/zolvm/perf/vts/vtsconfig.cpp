@@ -22,7 +22,6 @@ public:
 
     // True if the key has a value, which then stands in value().
     bool has(char const* key, int size) {
-        text[0] = '\0';
         vtsGetStringFromFile(handle, key, size, text);
         return text[0] != '\0';
     }
@@ -85,7 +84,7 @@ private:
     }
 
     void* handle;
-    char text[scratchSize] = "";
+    char text[scratchSize]; // of the key that was asked for last
 };
 
 void mapLetters(char* text, int (*map)(int)) {
@@ -153,6 +152,19 @@ void readOutput(ConfigReader& reader) {
     reader.switchOff("CreateFolder", defParam.createFolder);
 }
 
+// A bound of each flavour, from the key with this ending.
+void readBounds(ConfigReader& reader, char const* ending, char const* word,
+                float vtsFlavour::*bound) {
+    char key[vtsNameSize];
+    for (vtsFlavour& flavour : flavData) {
+        snprintf(key, sizeof(key), "%s_%s", flavour.name, ending);
+        if (reader.readNumber(key, 64, 1e16, flavour.*bound)) {
+            vtsPrint(vtsStreamLstTxt, "for %s flavour we have %f %s bound\n", flavour.name,
+                     static_cast<double>(flavour.*bound), word);
+        }
+    }
+}
+
 void readFlavours(ConfigReader& reader) {
     if (reader.has("Precision", 16)) {
         for (PrecisionWord const& row : precisionWords) {
@@ -167,21 +179,8 @@ void readFlavours(ConfigReader& reader) {
             defParam.flavourOn[i] = reader.holds(flavData[i].name) ? 1 : 0;
         }
     }
-    char key[vtsNameSize];
-    for (vtsFlavour& flavour : flavData) {
-        snprintf(key, sizeof(key), "%s_FAIL", flavour.name);
-        if (reader.readNumber(key, 64, 1e16, flavour.failBound)) {
-            vtsPrint(vtsStreamLstTxt, "for %s flavour we have %f fail bound\n", flavour.name,
-                     static_cast<double>(flavour.failBound));
-        }
-    }
-    for (vtsFlavour& flavour : flavData) {
-        snprintf(key, sizeof(key), "%s_WARNING", flavour.name);
-        if (reader.readNumber(key, 64, 1e16, flavour.warnBound)) {
-            vtsPrint(vtsStreamLstTxt, "for %s flavour we have %f warn bound\n", flavour.name,
-                     static_cast<double>(flavour.warnBound));
-        }
-    }
+    readBounds(reader, "FAIL", "fail", &vtsFlavour::failBound);
+    readBounds(reader, "WARNING", "warn", &vtsFlavour::warnBound);
 }
 
 void readTiming(ConfigReader& reader) {

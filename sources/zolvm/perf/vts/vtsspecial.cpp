@@ -2,6 +2,7 @@
 #include "vts/vtsspecial.h"
 
 #include <bit>
+#include <cmath>
 #include <cstring>
 
 #include "vts/vtsdefs.h"
@@ -193,12 +194,8 @@ double anyNumber() { return 2000000.0 * vtsDraw() - 1000000.0; }
 template <typename P>
 typename P::Bits absAboveOne() {
     using Real = typename P::Real;
-    Real const value = static_cast<Real>(anyNumber());
-    if (std::bit_cast<typename P::Bits>(value) == 0) {
-        return realBits<P>(2.0);
-    }
-    Real const one = 1;
-    return std::bit_cast<typename P::Bits>(value > 0 ? value + one : value - one);
+    Real const value = static_cast<Real>(anyNumber()); // never 0, as the modulus is odd
+    return std::bit_cast<typename P::Bits>(value + std::copysign(Real{1}, value));
 }
 
 // Bits of an integer below ten thousand; odd ones get their low bit by an or.

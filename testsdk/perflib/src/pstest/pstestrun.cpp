@@ -106,9 +106,7 @@ void psTest::outputReport() {
         }
         m_summaryBegun = false;
         g_ustrm << report;
-        g_ostrm.flush();
-        g_cstrm.flush();
-        g_ustrm.flush();
+        g_cstrm.flush(); // the two others are, by their reports
     });
 }
 
@@ -238,7 +236,6 @@ bool psTest::retryCacheSize() {
 }
 
 void psTest::loopData() {
-    m_firstData = true;
     m_traceState = g_trace.saveState();
     g_cstrm.identicalLinesStart(m_numParmsColm);
     bool constTold = false;
