@@ -46,15 +46,17 @@ TEST_F(ZoLibrary, ABareNameIsThatOfAFileHere) {
 #ifndef __SANITIZE_ADDRESS__ // whose run time knows one name space
 TEST_F(ZoLibrary, WhatThisProcessCannotHoldWantsAnother) {
     zoLibraryFiles files = zoLibraryFiles::linked();
-    zoLibrary copies[20]; // each wants static thread-local storage and a name space
     psString error;
-    int held = 0;
-    while (held < 20 && copies[held].open(files, error)) {
-        ++held;
+    for (int round = 0; round < 2; ++round) { // the first one's are given back
+        zoLibrary copies[20]; // each wants static thread-local storage and a name space
+        int held = 0;
+        while (held < 20 && copies[held].open(files, error)) {
+            ++held;
+        }
+        ASSERT_TRUE(held > 0 && held < 20);
+        EXPECT_TRUE(copies[held].wantsProcess()) << error.c_str();
+        EXPECT_NE(copies[0].function("puts"), dlsym(RTLD_DEFAULT, "puts"));
     }
-    ASSERT_TRUE(held > 0 && held < 20);
-    EXPECT_TRUE(copies[held].wantsProcess()) << error.c_str();
-    EXPECT_NE(copies[0].function("puts"), dlsym(RTLD_DEFAULT, "puts"));
     zoLibrary none;
     files.vm = "/no/where.so";
     EXPECT_FALSE(none.open(files, error));

@@ -1,7 +1,18 @@
 /* zolcore.c - the start-up half of a small library of one's own: what a program may ask. */
+#include <stdio.h>
+#include <stdlib.h>
+
 #include "zolcore.h"
 
-ZolStatus zolInit(void) { return zolStsNoErr; }
+/* Says its last words, if the environment has any. */
+ZolStatus zolInit(void) {
+    char const* const words = getenv("OWN_INIT");
+    if (words != 0) {
+        fputs(words, stderr);
+        exit(3);
+    }
+    return zolStsNoErr;
+}
 
 ZolStatus zolGetCpuFeatures(Zol64u* mask, Zol32u registers[4]) {
     (void)registers;
@@ -12,7 +23,7 @@ ZolStatus zolGetCpuFeatures(Zol64u* mask, Zol32u registers[4]) {
 Zol64u zolGetEnabledCpuFeatures(void) { return 0; }
 
 ZolStatus zolSetCpuFeatures(Zol64u mask) {
-    return mask == 0 ? zolStsNoErr : zolStsCpuFeatureMissing;
+    return mask == 1 ? zolStsNotSupported : zolStsCpuFeatureMissing;
 }
 
 ZolStatus zolGetMaxCacheSizeB(int* bytes) {

@@ -32,7 +32,7 @@ enum Command { nothing, hasFunction, beginOfPoint, takeReading, quit };
 void* const sharedAddress = reinterpret_cast<void*>(0x200000000000);
 constexpr char const* memoryVariable = "PS_PEER_MEMORY"; // the descriptor's number
 constexpr long patience = 100000000;                     // ns between looks at the other process
-constexpr int quitPatience = 1000;                       // ms until it is ended by force
+constexpr int quitPatience = 1000;                       // ms that its end is waited for
 
 } // namespace
 
@@ -92,7 +92,7 @@ bool awaitTurn(zoChannel* channel, Turn mine, timespec const* limit) {
         unsigned const other = mine == asker ? server : asker;
         if (syscall(SYS_futex, &channel->turn, FUTEX_WAIT, other, limit, nullptr, 0) != 0 &&
             errno == ETIMEDOUT) {
-            return channel->turn.load(std::memory_order_acquire) == mine;
+            return false;
         }
     }
     return true;
@@ -125,13 +125,14 @@ psString howItEnded(int status) {
 // The first line that the process wrote on its standard error before it was ready, without the
 // loader's preamble.
 psString firstWords(int words) {
-    char text[1024];
-    ssize_t const length = pread(words, text, sizeof text - 1, 0);
-    text[length > 0 ? length : 0] = '\0';
-    text[strcspn(text, "\n")] = '\0';
-    constexpr char const* preamble = "error while loading shared libraries: ";
-    char const* const found = std::strstr(text, preamble);
-    return found != nullptr ? found + std::strlen(preamble) : text;
+    psString line;
+    char letter = 0;
+    for (off_t at = 0; pread(words, &letter, 1, at) == 1 && letter != '\n'; ++at) {
+        line << letter;
+    }
+    psString const preamble = "error while loading shared libraries: ";
+    int const found = line.find(preamble, 0);
+    return found >= 0 ? line.substr(found + preamble.size()) : line;
 }
 
 // The environment of the second process: this one's, with the folder ahead in the search for
@@ -174,43 +175,40 @@ private:
 
 zoPeer::~zoPeer() {
     if (m_process != 0) {
-        m_channel->command = quit;
-        handTurn(m_channel, server);
-        timespec const pause = {0, 1000000};
-        int waits = quitPatience;
-        while (waits > 0 && waitpid(m_process, nullptr, WNOHANG) == 0) {
-            nanosleep(&pause, nullptr);
-            --waits;
-        }
-        if (waits == 0) {
-            kill(m_process, SIGKILL);
-            waitpid(m_process, nullptr, 0);
-        }
+        end();
     }
     if (m_channel != nullptr) {
         munmap(m_channel, sharedBytes);
     }
-    if (m_memory >= 0) {
-        close(m_memory);
-    }
+    close(m_memory); // or -1, as below: refused
 }
 
-bool zoPeer::open(zoLibraryFiles const& baseline, zoStart const& start, psString& error) {
+void zoPeer::end() {
+    m_channel->command = quit;
+    handTurn(m_channel, server);
+    timespec const pause = {0, 1000000};
+    for (int i = 0; i < quitPatience && waitpid(m_process, nullptr, WNOHANG) == 0; ++i) {
+        nanosleep(&pause, nullptr);
+    }
+    m_process = 0;
+}
+
+bool zoPeer::open(zoLibraryFiles const& baseline, zoStart const& start) {
     m_files = baseline;
     m_start = start;
-    return share(error) && launch(error);
+    return share() && launch();
 }
 
 // The descriptor is inherited.
-bool zoPeer::share(psString& error) {
+bool zoPeer::share() {
     m_memory = memfd_create("ps_peer", 0);
     if (m_memory < 0 || ftruncate(m_memory, static_cast<off_t>(sharedBytes)) != 0) {
-        error = psString("no shared memory: ") + strerror(errno);
+        m_lastWords = psString("no shared memory: ") + strerror(errno);
         return false;
     }
     void* const place = mapShared(m_memory);
     if (place != sharedAddress) {
-        error = psString("no place for the shared memory: ") + strerror(errno);
+        m_lastWords = psString("no place for the shared memory: ") + strerror(errno);
         return false;
     }
     m_channel = new (place) zoChannel{};
@@ -222,36 +220,27 @@ bool zoPeer::share(psString& error) {
     return true;
 }
 
-bool zoPeer::launch(psString& error) {
+bool zoPeer::launch() {
     int const words = memfd_create("ps_peer_words", MFD_CLOEXEC);
     // Threads of its library shall find the processors that those of this one have found.
     (void)sched_setaffinity(0, sizeof m_channel->processors, &m_channel->processors);
-    bool good = spawn(words, error);
+    bool good = spawn(words);
     stayOn(m_channel->processor);
     if (good && !awaitAnswer()) {
         good = false;
         psString const told = firstWords(words);
-        error = "its process ended: " + (told.empty() ? m_lastWords : told);
+        m_lastWords = "its process ended: " + (told.empty() ? m_lastWords : told);
     }
-    if (words >= 0) {
-        close(words);
-    }
-    if (good && !isTheBaseline(error)) {
-        kill(m_process, SIGKILL);
-        waitpid(m_process, nullptr, 0);
-        m_process = 0;
+    close(words);
+    if (good && !isTheBaseline()) {
+        end();
         good = false;
-    }
-    if (!good) {
-        m_lastWords = error;
     }
     return good;
 }
 
-bool zoPeer::spawn(int words, psString& error) {
-    char program[PATH_MAX] = "";
-    (void)!readlink("/proc/self/exe", program, sizeof program - 1);
-    char* arguments[] = {program, nullptr};
+bool zoPeer::spawn(int words) {
+    char* arguments[] = {program_invocation_name, nullptr};
     Environment environment(m_files.vm.getFileDir(), m_memory);
     m_channel->console = dup(STDERR_FILENO);
     m_channel->turn = server;
@@ -264,12 +253,10 @@ bool zoPeer::spawn(int words, psString& error) {
     int const failure =
         posix_spawn(&m_process, "/proc/self/exe", &actions, nullptr, arguments, environment.list());
     posix_spawn_file_actions_destroy(&actions);
-    if (m_channel->console >= 0) {
-        close(m_channel->console);
-    }
+    close(m_channel->console);
     if (failure != 0) {
         m_process = 0;
-        error = psString("no second process: ") + strerror(failure);
+        m_lastWords = psString("no second process: ") + strerror(failure);
         return false;
     }
     return true;
@@ -277,15 +264,15 @@ bool zoPeer::spawn(int words, psString& error) {
 
 // The loader goes on to the next folder, and says nothing, where a file is of another architecture
 // or has another name than the program asks for.
-bool zoPeer::isTheBaseline(psString& error) const {
+bool zoPeer::isTheBaseline() {
     if (m_channel->functions == 0) {
-        error = m_files.vm + " holds none of the measured functions";
+        m_lastWords = m_files.vm + " holds none of the measured functions";
         return false;
     }
     bool const isVm = isSameFile(m_files.vm, m_channel->vm);
     if (!isVm || !isSameFile(m_files.core, m_channel->core)) {
-        error = "the loader passed over " + (isVm ? m_files.core : m_files.vm) + " and took " +
-                (isVm ? m_channel->core : m_channel->vm);
+        m_lastWords = "the loader passed over " + (isVm ? m_files.core : m_files.vm) +
+                      " and took " + (isVm ? m_channel->core : m_channel->vm);
         return false;
     }
     return true;
@@ -338,10 +325,7 @@ void zoPeer::giveWay() {
     m_gaveWay = false;
 }
 
-bool zoPeer::isThere() {
-    psString error;
-    return m_process != 0 || launch(error);
-}
+bool zoPeer::isThere() { return m_process != 0 || launch(); }
 
 bool zoPeer::ask(int command) {
     if (m_process == 0) {
@@ -407,10 +391,8 @@ void Server::start() {
     for (int const fault : {SIGFPE, SIGSEGV, SIGILL}) {
         std::signal(fault, SIG_DFL);
     }
-    if (m_channel->console >= 0) {
-        dup2(m_channel->console, STDERR_FILENO);
-        close(m_channel->console);
-    }
+    dup2(m_channel->console, STDERR_FILENO);
+    close(m_channel->console);
     g_turns = this;
 }
 

@@ -21,10 +21,10 @@ public:
     zoPeer& operator=(zoPeer const&) = delete;
     ~zoPeer(); // ends the other process
 
-    // Starts it with the baseline's files, and waits until its library has started. False: error
-    // says why, also where the process has not loaded these very files. From now on this process
-    // stays on the processor that it is on.
-    bool open(zoLibraryFiles const& baseline, zoStart const& start, psString& error);
+    // Starts it with the baseline's files, and waits until its library has started. False:
+    // lastWords says why, also where the process has not loaded these very files. From now on this
+    // process stays on the processor that it is on.
+    bool open(zoLibraryFiles const& baseline, zoStart const& start);
 
     psString version() const; // "name, version, date" of its library
     ZolStatus status() const; // of its library's start
@@ -50,10 +50,11 @@ public:
     psString const& lastWords() const { return m_lastWords; }
 
 private:
-    bool share(psString& error);  // makes the shared memory
-    bool launch(psString& error); // starts the process
-    bool spawn(int words, psString& error);
-    bool isTheBaseline(psString& error) const;
+    bool share();  // makes the shared memory
+    bool launch(); // starts the process
+    bool spawn(int words);
+    bool isTheBaseline();
+    void end();            // asks the process to; one that stays goes with this one
     bool isThere();        // or is there again
     bool ask(int command); // and waits for the answer; false: the process is gone
     bool awaitAnswer();

@@ -91,12 +91,9 @@ bool zoPairSettings::read(psString& error) {
         return true;
     }
     baseline = valueOf("Baseline");
-    int firstSide = psTested;
-    bool const good = readNumber("PairTime", 1, mostPairTime, &pairTime, error) &&
-                      readWhere(&where, error) &&
-                      readNumber("BaselineFirst", 0, 1, &firstSide, error) &&
-                      readFeatures(&baselineFeatures, error);
-    first = static_cast<psSide>(firstSide);
+    bool const good =
+        readNumber("PairTime", 1, mostPairTime, &pairTime, error) && readWhere(&where, error) &&
+        readNumber("BaselineFirst", 0, 1, &first, error) && readFeatures(&baselineFeatures, error);
     if (good && baseline.empty()) {
         error = "no path is given";
         return false;
@@ -144,7 +141,7 @@ bool zoSides::open(zoPairSettings const& settings, zoStart const& start) {
         tell("in a second process: " + reason);
     }
     long long const clocks = settings.pairTime * 1000LL * psCpuTicker::getFreq();
-    if (!g_pairing.enable(clocks, settings.first)) {
+    if (!g_pairing.enable(clocks, static_cast<psSide>(settings.first))) {
         tell("no memory for the readings");
         return false;
     }
@@ -158,8 +155,7 @@ bool zoSides::open(zoPairSettings const& settings, zoStart const& start) {
 
 bool zoSides::openSpaces(zoPairSettings const& settings, zoLibraryFiles const (&files)[2],
                          zoStart const (&starts)[2], psString& error) {
-    psSide const second = settings.first == psTested ? psBaseline : psTested;
-    for (psSide const side : {settings.first, second}) {
+    for (int const side : {settings.first, 1 - settings.first}) {
         zoLibrary*& library = m_libraries[side];
         library = new zoLibrary;
         if (!library->open(files[side], error)) {
@@ -185,7 +181,8 @@ bool zoSides::openSpaces(zoPairSettings const& settings, zoLibraryFiles const (&
 
 bool zoSides::openProcess(zoLibraryFiles const& baseline, zoStart const& start, psString& error) {
     m_peer = new zoPeer;
-    if (!m_peer->open(baseline, start, error)) {
+    if (!m_peer->open(baseline, start)) {
+        error = m_peer->lastWords();
         return false;
     }
     tellStart(baseline, m_peer->status());

@@ -13,7 +13,7 @@ struct zoPairSettings {
     psString baseline;                       // folder or file; empty: no paired readings
     int pairTime = 1;                        // milliseconds a point, 1 to 10000
     int where = 0;                           // 0 as it goes, else zoSides::InSpace, InProcess
-    psSide first = psTested;                 // loaded, and read, first: "BaselineFirst"
+    int first = psTested;                    // psSide loaded, and read, first: "BaselineFirst"
     unsigned long long baselineFeatures = 0; // instead of -T's; 0: the same
 
     // False: a value is bad, which error says.

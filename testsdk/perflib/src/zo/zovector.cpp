@@ -422,7 +422,7 @@ double zoVector::getIndex(int index) {
 
 void zoVector::getIndex(int index, double& re, double& im) {
     re = im = 0.0;
-    if (m_data == nullptr || index < 0 || index >= m_length) {
+    if (index < 0 || index >= m_length) {
         return;
     }
     withComponent(m_type, [&](auto zero) {
