@@ -23,7 +23,6 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr int glance = 200; // milliseconds between looks at what ends a process
-constexpr double grace = 5; // seconds from asking to killing
 volatile std::sig_atomic_t g_interrupted = 0;
 
 double secondsSince(Clock::time_point start) {
@@ -99,7 +98,8 @@ bool Child::read(std::string& text) {
 } // namespace
 
 Ended runProcess(std::vector<std::string> const& words,
-                 std::function<void(std::string_view line)> const& onLine, double silenceLimit) {
+                 std::function<void(std::string_view line)> const& onLine, double silenceLimit,
+                 double grace) {
     Child child(words);
     Ended ended;
     std::string text;

@@ -19,9 +19,11 @@ struct Ended {
 };
 
 // Runs the words as a command, both its outputs handed on line by line; ends it with its group
-// after so many seconds without a line. Throws Failure if it cannot be started.
+// after so many seconds without a line, and kills it where it hasn't ended some seconds after it
+// was asked to. Throws Failure if it cannot be started.
 Ended runProcess(std::vector<std::string> const& words,
-                 std::function<void(std::string_view line)> const& onLine, double silenceLimit);
+                 std::function<void(std::string_view line)> const& onLine, double silenceLimit,
+                 double grace = 5);
 
 // From now on Ctrl-C and SIGTERM are noted, and end the running process.
 void noteInterrupts();

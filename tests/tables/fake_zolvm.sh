@@ -16,7 +16,7 @@ for key; do
 done
 echo "$run ${LD_LIBRARY_PATH##*/} first=$first only=$only mhz=$PS_CPU_MHZ $FAKE_WORD in=$where" >>"$dir/log"
 case nothing:$run in $FAKE) printf '%b\n' "${FAKE_SAYS:-FATAL ERROR: no such thing}" && exit ${FAKE_CODE:-0} ;; esac
-case $FAKE in [A-Z]*:$run) kill -${FAKE%:*} $PPID && exec sleep 1 ;; esac # its parent's end
+case $FAKE in [A-Z]*:$run) echo begun >"$table" && kill -${FAKE%:*} $PPID && exec sleep 1 ;; esac # its parent's end
 for fault in die hang crash; do
     case $fault:$run in $FAKE) how=$fault ;; esac
 done

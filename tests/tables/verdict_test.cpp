@@ -119,6 +119,14 @@ TEST(Statistics, TheMiddleOfTheValuesDecides) {
     EXPECT_EQ(0.02, discoveryLimit({0.9, 0.001, 0.02, 0.5}, 0.05));
     EXPECT_EQ(-1, discoveryLimit({0.9, 0.5, 0.06}, 0.05));
     EXPECT_EQ(2.5, medianOf({4, 1, 3, 2}));
+    // Beyond some freedom the distribution is as good as normal.
+    EXPECT_EQ((Estimate{3, 1, 1e6}.chance()), (Estimate{3, 1, 1e9}.chance()));
+    std::vector<Judgement> judged = {{.ratio = 2, .low = 1.5, .chance = 0.06}};
+    decide(judged, {});
+    EXPECT_EQ(Call::undecided, judged[0].call);
+    judged[0].chance = 0.05;
+    decide(judged, {});
+    EXPECT_EQ(Call::slower, judged[0].call);
 }
 
 namespace {
