@@ -56,6 +56,23 @@ int halvings(long long size, int limit) {
     return count;
 }
 
+// Gives parm, if it holds a Type, what update makes of its value. False when there is no such
+// value.
+template <class Type>
+bool setUpdated(psParameter* parm, bool (*update)(Type&, int, int, bool), int size, int limit,
+                bool bySteps) {
+    auto* const typed = dynamic_cast<psDefault_NSC<Type>*>(parm);
+    if (typed == nullptr) {
+        return false;
+    }
+    Type value = typed->value();
+    if (!update(value, size, limit, bySteps)) {
+        return false;
+    }
+    typed->setValue(value);
+    return true;
+}
+
 } // namespace
 
 int (*psCacheIterator::m_cacheSizeHook)(int* bytes) = ps_zolGetMaxCacheSizeB;
@@ -151,7 +168,7 @@ psString psCacheIterator::getComment() const {
 }
 
 void psCacheIterator::outputInfo() const {
-    if (g_ostrm.getOutLevel() < MSG_PERF) {
+    if (!g_ostrm.admits(MSG_PERF)) {
         g_ostrm << MSG_ERR << m_comment << MSG_RESTORE;
     }
 }
@@ -185,16 +202,7 @@ bool psCacheIterator::lowerRatio() {
 }
 
 bool psCacheIteratorInt::setNewValueToParm(int size, int limit, bool bySteps) {
-    auto* const parm = dynamic_cast<psDefault_NSC<int>*>(m_pCacheParm);
-    if (parm == nullptr) {
-        return false;
-    }
-    int value = parm->value();
-    if (!updateValue(value, size, limit, bySteps)) {
-        return false;
-    }
-    parm->setValue(value);
-    return true;
+    return setUpdated(m_pCacheParm, updateValue, size, limit, bySteps);
 }
 
 bool psCacheIteratorInt::updateValue(int& value, int size, int limit, bool bySteps) {
@@ -211,16 +219,7 @@ bool psCacheIteratorInt::updateValue(int& value, int size, int limit, bool bySte
 }
 
 bool psCacheIteratorSize::setNewValueToParm(int size, int limit, bool bySteps) {
-    auto* const parm = dynamic_cast<psDefault_NSC<ZoliSize>*>(m_pCacheParm);
-    if (parm == nullptr) {
-        return false;
-    }
-    ZoliSize value = parm->value();
-    if (!updateValue(value, size, limit, bySteps)) {
-        return false;
-    }
-    parm->setValue(value);
-    return true;
+    return setUpdated(m_pCacheParm, updateValue, size, limit, bySteps);
 }
 
 // The two fields take turns, so that the shape stays near a square.

@@ -33,7 +33,7 @@ private:
 // With errors only on the screen, warnings don't spoil a test's result.
 psResult mergedResult(psResult result) {
     bool const isWarning = result > psResOk && !isFailure(result);
-    return isWarning && g_ostrm.getOutLevel() <= MSG_ERR ? psResult{psResOk} : result;
+    return isWarning && !g_ostrm.admits(MSG_WARN) ? psResult{psResOk} : result;
 }
 
 void raiseCurrentResult(psResult result) {

@@ -139,7 +139,7 @@ psResult zoTest::checkStatus(ZolStatus status, psString name) {
 
     psResult const result = error ? psResFuncFail : psResFuncWrn;
     // A warning that is not shown does not spoil the test.
-    bool const hidden = !error && g_ostrm.getOutLevel() < MSG_WARN;
+    bool const hidden = !error && !g_ostrm.admits(MSG_WARN);
     psResult const merged = hidden ? psResOk : result;
     if (m_currentResult < merged) {
         m_currentResult = merged;
