@@ -109,8 +109,9 @@ Passes readGbench(std::string_view text, std::string const& name, double mhz) {
         if (!(mhz > 0)) {
             throw Failure(name + ": no 'mhz_per_cpu': --mhz makes clocks of times");
         }
+        double const processors = std::clamp(context.value("num_cpus", 1.0), 1.0, 1e6);
         Head head;
-        head.add(key::cpu, "unknown, " + std::to_string(context.value("num_cpus", 1)) + 'x' +
+        head.add(key::cpu, "unknown, " + std::to_string(static_cast<int>(processors)) + 'x' +
                                Json(std::round(mhz) / 1000).dump() + " GHz");
         head.add(key::computer, context.value("host_name", "unknown"));
         head.add(key::library, context.value("executable", "unknown"));

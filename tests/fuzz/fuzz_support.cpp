@@ -1,4 +1,5 @@
-// fuzz_support.cpp - the private directory, the guard on fopen, the session and its checks.
+// fuzz_support.cpp - the private directory, the guard on files that are opened, the session and its
+// checks.
 #include "fuzz_support.h"
 
 #include <algorithm>
@@ -25,21 +26,30 @@ bool staysInside(std::filesystem::path const& path) {
            std::find(path.begin(), path.end(), "..") == path.end();
 }
 
+void checkPath(char const* path) {
+    bool const artifact =
+        !artifactPrefix.empty() && std::string_view(path).starts_with(artifactPrefix);
+    if (guarded && !artifact && !staysInside(path)) {
+        fuzzFailure(__FILE__, __LINE__, "the path stays inside the private directory", path);
+    }
+}
+
 bool isKeyWord(std::string_view word) {
     return word.size() >= 2 && (word[0] == '-' || word[0] == '/');
 }
 
 } // namespace
 
-// All files of the framework come through here. The fuzzer's own may be written as well.
+// All files of the framework come through these two. The fuzzer's own may be written as well.
 extern "C" FILE* __real_fopen(char const* path, char const* mode);
 extern "C" FILE* __wrap_fopen(char const* path, char const* mode) {
-    bool const artifact =
-        !artifactPrefix.empty() && std::string_view(path).starts_with(artifactPrefix);
-    if (guarded && !artifact && !staysInside(path)) {
-        fuzzFailure(__FILE__, __LINE__, "the path stays inside the private directory", path);
-    }
+    checkPath(path);
     return __real_fopen(path, mode);
+}
+extern "C" int __real_open(char const* path, int flags, ...);
+extern "C" int __wrap_open(char const* path, int flags, mode_t mode) {
+    checkPath(path);
+    return __real_open(path, flags, mode);
 }
 
 // Where the fuzzer keeps an input is made absolute, since the working directory changes.

@@ -1,5 +1,6 @@
-// fuzz_table.cpp - the text of a table. What is read is written, read again and written to the
-// same; what is refused is refused with a row; and what passes the reader can be merged and judged.
+// fuzz_table.cpp - the text of a table, or JSON that is imported. What is read is written, read
+// again and written to the same; what is refused is refused with a row; and what passes the reader
+// can be merged and judged.
 #include "fuzz_support.h"
 
 #include <cmath>
@@ -8,6 +9,7 @@
 #include "core/failure.h"
 #include "core/merge.h"
 #include "core/show.h"
+#include "export/formats.h"
 
 using namespace tables;
 
@@ -17,7 +19,11 @@ constexpr char name[] = "t.csv";
 
 bool read(Passes& passes, std::string const& text) {
     try {
-        readPasses(passes, text, name);
+        if (text.starts_with('{')) {
+            passes = readGbench(text, name);
+        } else {
+            readPasses(passes, text, name);
+        }
         return true;
     } catch (Failure const& failure) {
         std::string const told = failure.what();
