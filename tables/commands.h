@@ -102,15 +102,28 @@ struct ImportOptions {
     double mhz = 0; // 0: as the file says
 };
 
+// What has an output writes there, or prints where it is ""; a verdict is always printed.
+
+// Measures passes of pairs, further ones of what is unclear, and judges them.
 int pairCommand(PairOptions const& options);
+// Measures plain passes and makes one table of them.
 int runCommand(RunOptions const& options);
+// Judges pairs that were measured before.
 int verdictCommand(VerdictOptions const& options);
+// Judges the second table's absolute numbers against the first's.
 int compareCommand(CompareOptions const& options);
+// Makes one table of several passes.
 int mergeCommand(MergeOptions const& options);
+// Writes a page of tables, judged where they have pairs or are held against a table.
 int reportCommand(ReportOptions const& options);
+// The same in another tool's format.
 int exportCommand(ExportOptions const& options);
+// Finds the steps in tables of many dates, prints them, and writes a page of them where one is
+// wanted.
 int historyCommand(HistoryOptions const& options);
+// Makes a table of Google Benchmark's JSON.
 int importCommand(ImportOptions const& options);
+// Watches this machine for two seconds and prints what it is fit for.
 int machineCommand();
 
 } // namespace tables

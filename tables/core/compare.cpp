@@ -29,7 +29,7 @@ double roundingError(double clocks) {
 std::vector<std::vector<double>> clocksOf(PointList const& points, std::span<Pass const> passes) {
     std::vector<std::vector<double>> clocks(points.size());
     for (Pass const& pass : passes) {
-        if (pass.head.get(key::kind) != "control") {
+        if (!pass.control()) {
             for (Reading const& reading : pass.readings) {
                 clocks[reading.point].push_back(reading.clocks);
             }

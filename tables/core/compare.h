@@ -27,6 +27,8 @@ struct Comparison {
     std::vector<std::string> differences; // of the heads
 };
 
+// Sets of at least one pass each, all of one machine or of one machine each; readings are numbered
+// by these points.
 Comparison compareTables(PointList const& points, std::span<Pass const> before,
                          std::span<Pass const> after, VerdictSettings const& settings);
 

@@ -177,6 +177,23 @@ void multiply(History& history) {
     }
 }
 
+// Geometric means over some points, date by date; null where none was measured.
+Json lineOf(History const& history, std::vector<std::uint32_t> const& points) {
+    Json line = Json::array();
+    for (HistoryDate const& date : history.dates) {
+        double sum = 0;
+        int count = 0;
+        for (std::uint32_t const point : points) {
+            if (point < date.logs.size() && !std::isnan(date.logs[point])) {
+                sum += date.logs[point];
+                ++count;
+            }
+        }
+        line.push_back(count > 0 ? Json(std::exp(sum / count)) : Json());
+    }
+    return line;
+}
+
 } // namespace
 
 long startOf(Head const& head) {
@@ -349,22 +366,9 @@ std::string historyJson(History const& history) {
                                  {"low", range.low},
                                  {"high", range.high}});
     }
-    // Geometric means over the lengths, date by date.
     json["functions"] = Json::object();
     for (auto const& [name, points] : functions) {
-        Json line = Json::array();
-        for (HistoryDate const& date : history.dates) {
-            double sum = 0;
-            int count = 0;
-            for (std::uint32_t const point : points) {
-                if (point < date.logs.size() && !std::isnan(date.logs[point])) {
-                    sum += date.logs[point];
-                    ++count;
-                }
-            }
-            line.push_back(count > 0 ? Json(std::exp(sum / count)) : Json());
-        }
-        json["functions"][name] = std::move(line);
+        json["functions"][name] = lineOf(history, points);
     }
     return json.dump(1, ' ', false, Json::error_handler_t::replace) + '\n';
 }

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <unordered_map>
 
 #include "core/text.h"
 
@@ -20,6 +19,45 @@ double middle(std::vector<double>& sorted) {
     return sorted.size() % 2 != 0 ? sorted[half] : (sorted[half - 1] + sorted[half]) / 2;
 }
 
+// All readings of a point.
+struct Gathered {
+    std::vector<double> clocks;
+    std::vector<double> ratios;
+    Reading sum; // the first reading, with the pairs of all and what holds for all
+
+    void add(Reading const& reading);
+    // That stands for all. Puts the ratios in order.
+    Reading reading(Standing const& standing);
+};
+
+void Gathered::add(Reading const& reading) {
+    if (clocks.empty()) {
+        sum = reading;
+        sum.pairs = 0;
+        sum.quiet = true;
+    }
+    clocks.push_back(reading.clocks);
+    sum.accuracy = std::min(sum.accuracy, reading.accuracy); // the best that was reached
+    if (reading.ratio > 0) {
+        ratios.push_back(reading.ratio);
+        sum.pairs += reading.pairs;
+        sum.quiet = sum.quiet && reading.quiet;
+    }
+}
+
+Reading Gathered::reading(Standing const& standing) {
+    Reading one = sum;
+    one.usec *= standing.clocks / one.clocks;
+    one.clocks = standing.clocks;
+    if (!ratios.empty()) {
+        one.ratio = middle(ratios);
+        one.low = ratios.front();
+        one.high = ratios.back();
+        one.base = one.clocks / one.ratio;
+    }
+    return one;
+}
+
 } // namespace
 
 Standing standingOf(std::vector<double> clocks) {
@@ -31,11 +69,6 @@ Standing standingOf(std::vector<double> clocks) {
 }
 
 Merged mergePasses(Passes const& passes) {
-    struct Gathered {
-        std::vector<double> clocks;
-        std::vector<double> ratios;
-        Reading sum;
-    };
     Merged merged;
     merged.pass.head = passes.list.front().head;
     for (char const* const ofOne : {key::pass, key::kind, key::first, key::ended}) {
@@ -45,39 +78,21 @@ Merged mergePasses(Passes const& passes) {
     std::vector<Gathered> all(passes.points.size());
     std::vector<std::uint32_t> order;
     for (Pass const& pass : passes.list) {
-        if (pass.head.get(key::kind) == "control") {
+        if (pass.control()) {
             continue;
         }
         for (Reading const& reading : pass.readings) {
             Gathered& point = all[reading.point];
             if (point.clocks.empty()) {
                 order.push_back(reading.point);
-                point.sum = reading;
-                point.sum.pairs = 0;
-                point.sum.quiet = true;
             }
-            point.clocks.push_back(reading.clocks);
-            point.sum.accuracy = std::min(point.sum.accuracy, reading.accuracy);
-            if (reading.ratio > 0) {
-                point.ratios.push_back(reading.ratio);
-                point.sum.pairs += reading.pairs;
-                point.sum.quiet = point.sum.quiet && reading.quiet;
-            }
+            point.add(reading);
         }
     }
     for (std::uint32_t const number : order) {
         Gathered& point = all[number];
         Standing const standing = standingOf(point.clocks);
-        Reading reading = point.sum;
-        reading.usec *= standing.clocks / reading.clocks;
-        reading.clocks = standing.clocks;
-        if (!point.ratios.empty()) {
-            reading.ratio = middle(point.ratios);
-            reading.low = point.ratios.front();
-            reading.high = point.ratios.back();
-            reading.base = reading.clocks / reading.ratio;
-        }
-        merged.pass.readings.push_back(reading);
+        merged.pass.readings.push_back(point.reading(standing));
         merged.words.push_back(format("passes=%zu spread=%.1f%%%s", point.clocks.size(),
                                       standing.spread * 100,
                                       standing.spread > restLimit ? " apart" : ""));
@@ -87,10 +102,7 @@ Merged mergePasses(Passes const& passes) {
 }
 
 void setVerdict(Merged& merged, Verdict const& verdict) {
-    std::unordered_map<std::uint32_t, Judgement const*> judgements;
-    for (Judgement const& one : verdict.points) {
-        judgements[one.point] = &one;
-    }
+    auto const judgements = judgementsOf(verdict);
     for (std::size_t i = 0; i < merged.words.size(); ++i) {
         Reading& reading = merged.pass.readings[i];
         if (auto const place = judgements.find(reading.point); place != judgements.end()) {

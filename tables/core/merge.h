@@ -26,8 +26,9 @@ struct Standing {
 // Of at least one reading; the order of the readings changes nothing.
 Standing standingOf(std::vector<double> clocks);
 
-// The passes as one table. Points come in the order of the first pass that has them. The ratio of
-// pairs is that of the middle pass, its interval holds all. Control passes are left out.
+// The passes, at least one, as one table. Points come in the order of the first pass that has them.
+// The ratio of pairs is that of the middle pass, its interval holds all. Control passes are left
+// out.
 Merged mergePasses(Passes const& passes);
 
 // Ratios and their intervals become those of the verdict, whose word is added to each reading.

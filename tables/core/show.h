@@ -35,8 +35,10 @@ struct Mean {
     int points = 0;
     double ratio = 1;
 };
+// Over the points of a verdict, in the order of the names or of the lengths.
 std::vector<Mean> meansByFamily(PointList const& points, Verdict const& verdict);
 std::vector<Mean> meansByLength(PointList const& points, Verdict const& verdict);
+// Of no points, 1.
 Mean meanOfAll(Verdict const& verdict);
 
 // What is shown. Verdicts are one for each machine.
@@ -52,12 +54,14 @@ struct Shown {
     bool colour = false;
 };
 
+// For a terminal, and for a page of text: machine by machine, the called ranges and the means.
 std::string showText(Shown const& shown);
 std::string showMarkdown(Shown const& shown);
+// For programs: all points, called or not; rows and colour count for nothing.
 std::string showCsv(Shown const& shown);
 std::string showJson(Shown const& shown);
 
-// +2.1%
+// How far a ratio is from 1: "+2.1%".
 std::string percent(double ratio);
 
 } // namespace tables

@@ -16,6 +16,7 @@ struct Location {
     double freedom() const { return kept - 1; }
 };
 
+// Of no values, all is 0.
 Location trimmedMean(std::vector<double> values);
 
 // Variances of many points follow a scaled F distribution: freedom degrees of it, and a scale for
@@ -38,12 +39,14 @@ struct Estimate {
     double halfWidth(double level) const; // of the interval
 };
 
+// A location whose variance is its own and the prior's, each by its degrees of freedom.
 Estimate moderated(Location const& location, Prior const& prior, std::size_t group);
 
 // The largest chance that is still a discovery, if of all discoveries the share may be false
 // (Benjamini and Hochberg); below 0 if none is.
 double discoveryLimit(std::vector<double> chances, double falseShare);
 
+// Of at least one value.
 double medianOf(std::vector<double> values);
 // The value below which the share lies, of at least one value.
 double quantileOf(std::vector<double> values, double share);

@@ -72,6 +72,7 @@ private:
     void headLine(std::string_view text);
     void title(std::string_view text);
     void row(std::string_view text);
+    std::uint32_t pointOfRow();
     void comment(std::string_view text, Reading& reading);
     void split(std::string_view text);
     Pass& newPass();
@@ -243,6 +244,31 @@ std::size_t Reader::passOf(std::string_view number) {
     fail("pass " + quoted(number) + " has no head");
 }
 
+std::uint32_t Reader::pointOfRow() {
+    // Points come again in each pass: the columns as they stand are found without taking them
+    // apart.
+    std::string_view const columns(
+        m_cells[0].data(),
+        static_cast<std::size_t>(m_cells[commentColumn].data() - m_cells[0].data()));
+    auto const known = m_known.find(columns);
+    if (known != m_known.end() && m_passes.points[known->second].unit == m_cells[unitColumn]) {
+        return known->second;
+    }
+    if (m_cells[baseColumn].empty() || m_cells[baseColumn] == "-") {
+        fail("a row without function");
+    }
+    if (beginsTitle(columns)) { // as which it would be read when the passes are one table
+        fail("a title among the rows");
+    }
+    Point const point{std::string(m_cells[baseColumn]),
+                      std::string(m_cells[typeColumn]),
+                      std::string(m_cells[accuracyColumn]),
+                      whole<std::int32_t>(m_cells[lengthColumn], "length", 1),
+                      joined(&m_cells[parmColumn], &m_cells[commentColumn]),
+                      std::string(m_cells[unitColumn])};
+    return m_known[columns] = m_passes.points.add(point);
+}
+
 void Reader::row(std::string_view text) {
     split(text);
     if (m_cells.size() != m_titleColumns) {
@@ -260,27 +286,7 @@ void Reader::row(std::string_view text) {
         return; // names of parameters, and what another row says already
     }
     Reading reading;
-    std::string_view const columns(
-        m_cells[0].data(),
-        static_cast<std::size_t>(m_cells[commentColumn].data() - m_cells[0].data()));
-    auto const known = m_known.find(columns);
-    if (known != m_known.end() && m_passes.points[known->second].unit == m_cells[unitColumn]) {
-        reading.point = known->second;
-    } else {
-        if (m_cells[baseColumn].empty() || m_cells[baseColumn] == "-") {
-            fail("a row without function");
-        }
-        if (beginsTitle(columns)) { // as which it would be read when the passes are one table
-            fail("a title among the rows");
-        }
-        Point const point{std::string(m_cells[baseColumn]),
-                          std::string(m_cells[typeColumn]),
-                          std::string(m_cells[accuracyColumn]),
-                          whole<std::int32_t>(m_cells[lengthColumn], "length", 1),
-                          joined(&m_cells[parmColumn], &m_cells[commentColumn]),
-                          std::string(m_cells[unitColumn])};
-        reading.point = m_known[columns] = m_passes.points.add(point);
-    }
+    reading.point = pointOfRow();
     reading.clocks = number(m_cells[clocksColumn], "clocks", clocksBounds);
     reading.usec = number(m_cells[usecColumn], "time", clocksBounds);
     comment(words, reading);
@@ -421,6 +427,8 @@ bool Pass::paired() const {
     return std::any_of(readings.begin(), readings.end(),
                        [](Reading const& reading) { return reading.ratio > 0; });
 }
+
+bool Pass::control() const { return head.get(key::kind) == "control"; }
 
 std::string Pass::machine() const {
     // Behind the name stand the frequency, which is measured, and the cache.

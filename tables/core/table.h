@@ -68,7 +68,7 @@ public:
     // The first value of a key, "" where it is missing; the harness gives some keys several.
     std::string const& get(std::string_view key) const;
     void add(std::string const& key, std::string value); // control characters become blanks
-    void set(std::string const& key, std::string value);
+    void set(std::string const& key, std::string value); // in place of all of this key
     void remove(std::string_view key);
     std::vector<std::pair<std::string, std::string>> const& entries() const { return m_entries; }
     bool operator==(Head const&) const = default;
@@ -100,7 +100,8 @@ struct Pass {
     Head head;
     std::vector<Reading> readings;
 
-    bool paired() const; // its readings have ratios
+    bool paired() const;  // its readings have ratios
+    bool control() const; // of the baseline against itself: says nothing of the library
     // Processor and computer: what readings must share to be compared.
     std::string machine() const;
 };

@@ -159,6 +159,14 @@ int Verdict::count(Call call) const {
         points.begin(), points.end(), [call](Judgement const& one) { return one.call == call; }));
 }
 
+std::unordered_map<std::uint32_t, Judgement const*> judgementsOf(Verdict const& verdict) {
+    std::unordered_map<std::uint32_t, Judgement const*> judgements;
+    for (Judgement const& one : verdict.points) {
+        judgements[one.point] = &one;
+    }
+    return judgements;
+}
+
 Verdict judgePairs(Passes const& passes, VerdictSettings const& settings) {
     Verdict verdict;
     std::vector<Sample> const samples = samplesOf(passes, {"pair", "more", ""});

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdint>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "core/statistics.h"
@@ -15,6 +16,7 @@ namespace tables {
 
 // undecided: more passes would tell.
 enum class Call { same, undecided, faster, slower };
+// The word for it: "same" and so on.
 char const* callName(Call call);
 
 struct VerdictSettings {
@@ -71,6 +73,9 @@ struct Verdict {
 
     int count(Call call) const;
 };
+
+// The judgements by their points, which not all points have. They are the verdict's own.
+std::unordered_map<std::uint32_t, Judgement const*> judgementsOf(Verdict const& verdict);
 
 // Passes of pairs: of the kinds pair and more, held against those of the kind control; where there
 // are passes of the kind confirm, what was called is as they say.

@@ -18,6 +18,19 @@ std::string quoted(std::string const& text) {
     return '"' + escaped(clean) + '"';
 }
 
+std::string testCase(Point const& point, Judgement const& one, bool fasterFails) {
+    std::string const text = quoted(percent(one.ratio) + " [" + percent(one.low) + ", " +
+                                    percent(one.high) + "] " + callName(one.call) + ": " +
+                                    point.function() + ", length " + std::to_string(point.length));
+    bool const fails = one.call == Call::slower || (fasterFails && one.called());
+    return "<testcase classname=" + quoted(point.base) +
+           " name=" + quoted(point.function() + " length " + std::to_string(point.length)) +
+           (fails ? "><failure type=\"" + std::string(callName(one.call)) + "\" message=" + text +
+                        "/></testcase>\n"
+            : one.call == Call::undecided ? "><skipped message=" + text + "/></testcase>\n"
+                                          : "/>\n");
+}
+
 } // namespace
 
 std::string junitText(Findings const& findings, bool fasterFails) {
@@ -38,19 +51,7 @@ std::string junitText(Findings const& findings, bool fasterFails) {
                   "\" errors=\"" + (strayed ? "1" : "0") + "\" skipped=\"" +
                   std::to_string(verdict.count(Call::undecided)) + "\">\n";
         for (Judgement const& one : verdict.points) {
-            Point const& point = machine.passes.points[one.point];
-            std::string const text =
-                quoted(percent(one.ratio) + " [" + percent(one.low) + ", " + percent(one.high) +
-                       "] " + callName(one.call) + ": " + point.function() + ", length " +
-                       std::to_string(point.length));
-            bool const fails = one.call == Call::slower || (fasterFails && one.called());
-            suites +=
-                "<testcase classname=" + quoted(point.base) +
-                " name=" + quoted(point.function() + " length " + std::to_string(point.length)) +
-                (fails ? "><failure type=\"" + std::string(callName(one.call)) +
-                             "\" message=" + text + "/></testcase>\n"
-                 : one.call == Call::undecided ? "><skipped message=" + text + "/></testcase>\n"
-                                               : "/>\n");
+            suites += testCase(machine.passes.points[one.point], one, fasterFails);
         }
         if (strayed) {
             suites += "<testcase classname=\"control\" name=\"control\"><error type=\"control\" "

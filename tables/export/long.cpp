@@ -37,46 +37,51 @@ constexpr struct {
     {"high", "number", "upper end"},
 };
 
-// Hands over each row, in the order of the fields.
+using Judgements = std::unordered_map<std::uint32_t, Judgement const*>;
+
+// A reading in the order of the fields.
+Json rowOf(std::string const& machine, int pass, Side side, SideReading const& one,
+           Judgements const& judgements) {
+    std::string parameters = one.point->parms;
+    std::replace(parameters.begin(), parameters.end(), ',', ';');
+    Reading const& reading = *one.reading;
+    Json row = {machine,
+                pass,
+                side == Side::library ? "library" : "baseline",
+                one.point->function(),
+                one.point->base,
+                one.point->type,
+                one.point->accuracy,
+                one.point->length,
+                std::move(parameters),
+                one.clocks,
+                one.usec,
+                reading.loops > 0 ? Json(reading.loops) : Json(),
+                reading.ratio > 0 ? Json(reading.ratio) : Json()};
+    if (auto const place = judgements.find(reading.point); place != judgements.end()) {
+        Judgement const& judged = *place->second;
+        for (Json value : {Json(callName(judged.call)), Json(judged.ratio), Json(judged.low),
+                           Json(judged.high)}) {
+            row.push_back(std::move(value));
+        }
+    } else {
+        row.insert(row.end(), {Json(), Json(), Json(), Json()});
+    }
+    return row;
+}
+
+// Hands over each row.
 template <typename Use>
 void forRows(Findings const& findings, Use const& use) {
     for (MachineFindings const& machine : findings.machines) {
-        std::unordered_map<std::uint32_t, Judgement const*> judgements;
-        for (Judgement const& one : machine.verdict.points) {
-            judgements[one.point] = &one;
-        }
+        Judgements const judgements = judgementsOf(machine.verdict);
         std::string const name = machine.passes.list.front().machine();
         for (Side const side : {Side::library, Side::baseline}) {
             int number = 0;
             for (SidePass const& pass : passesOf(machine, side)) {
                 ++number;
-                for (auto const& [point, reading, clocks, usec] : pass.readings) {
-                    std::string parameters = point->parms;
-                    std::replace(parameters.begin(), parameters.end(), ',', ';');
-                    Json row = {name,
-                                number,
-                                side == Side::library ? "library" : "baseline",
-                                point->function(),
-                                point->base,
-                                point->type,
-                                point->accuracy,
-                                point->length,
-                                std::move(parameters),
-                                clocks,
-                                usec,
-                                reading->loops > 0 ? Json(reading->loops) : Json(),
-                                reading->ratio > 0 ? Json(reading->ratio) : Json()};
-                    if (auto const place = judgements.find(reading->point);
-                        place != judgements.end()) {
-                        Judgement const& one = *place->second;
-                        for (Json value : {Json(callName(one.call)), Json(one.ratio), Json(one.low),
-                                           Json(one.high)}) {
-                            row.push_back(std::move(value));
-                        }
-                    } else {
-                        row.insert(row.end(), {Json(), Json(), Json(), Json()});
-                    }
-                    use(row);
+                for (SideReading const& one : pass.readings) {
+                    use(rowOf(name, number, side, one, judgements));
                 }
             }
         }

@@ -8,7 +8,7 @@ std::vector<SidePass> passesOf(MachineFindings const& machine, Side side) {
     bool const other = side == Side::baseline && !machine.before.empty();
     std::vector<SidePass> passes;
     for (Pass const& pass : other ? machine.before : machine.passes.list) {
-        if (pass.head.get(key::kind) == "control") {
+        if (pass.control()) {
             continue;
         }
         SidePass one{&pass.head, {}};

@@ -28,11 +28,12 @@ std::string summary(History const& history, std::vector<Step> const& steps) {
             escaped(std::string(slower ? ", worst " : ", fastest ") + range.function + " at " +
                     lengthsText(range) + " by " + percent(range.ratio) + " from " + date->label);
     }
-    html += ".</p><details><summary>What was read</summary><dl class=\"facts\">";
+    std::vector<std::pair<std::string, std::string>> tables;
     for (HistoryDate const& date : history.dates) {
-        html += "<div>" + element("dt", date.label) + element("dd", date.table) + "</div>";
+        tables.emplace_back(date.label, date.table);
     }
-    html += "</dl></details></section>";
+    html += ".</p><details><summary>What was read</summary>" + factList(tables) +
+            "</details></section>";
     for (std::string const& note : history.notes) {
         html += "<p class=\"note\">" + escaped(note) + "</p>";
     }

@@ -32,6 +32,14 @@ std::string element(char const* name, std::string const& text) {
     return std::string("<") + name + '>' + escaped(text) + "</" + name + ">";
 }
 
+std::string factList(std::vector<std::pair<std::string, std::string>> const& facts) {
+    std::string html = "<dl class=\"facts\">";
+    for (auto const& [name, value] : facts) {
+        html += "<div>" + element("dt", name) + element("dd", value) + "</div>";
+    }
+    return html + "</dl>";
+}
+
 double rounded(double value) { return std::strtod(format("%.4g", value).c_str(), nullptr); }
 
 std::string scriptData(nlohmann::ordered_json const& json) {

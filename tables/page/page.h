@@ -6,6 +6,8 @@
 #include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "page/parts.h"
 
@@ -13,6 +15,9 @@ namespace tables {
 
 // An html element that holds a text.
 std::string element(char const* name, std::string const& text);
+
+// Names with their values, one below the other.
+std::string factList(std::vector<std::pair<std::string, std::string>> const& facts);
 
 // Four digits: short enough that nothing is lost to see.
 double rounded(double value);

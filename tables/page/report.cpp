@@ -38,7 +38,7 @@ struct Row {
 // The readings of both sides go to the rows of their points.
 void addReadings(std::vector<Row*> const& rowOf, MachineFindings const& set) {
     for (Pass const& pass : set.passes.list) {
-        if (pass.head.get(key::kind) == "control") {
+        if (pass.control()) {
             continue;
         }
         for (Reading const& reading : pass.readings) {
@@ -62,10 +62,7 @@ void addReadings(std::vector<Row*> const& rowOf, MachineFindings const& set) {
 }
 
 std::vector<Row> rowsOf(MachineFindings const& set) {
-    std::map<std::uint32_t, Judgement const*> judgements;
-    for (Judgement const& one : set.verdict.points) {
-        judgements[one.point] = &one;
-    }
+    auto const judgements = judgementsOf(set.verdict);
     std::vector<Row> rows;
     for (Reading const& reading : mergePasses(set.passes).pass.readings) {
         Row row{.point = reading.point, .clocks = reading.clocks};
@@ -212,7 +209,7 @@ std::string facts(MachineFindings const& set) {
         }
         std::size_t counted = 0;
         for (Pass const& pass : *passes) {
-            counted += pass.head.get(key::kind) != "control" ? 1 : 0;
+            counted += !pass.control() ? 1 : 0;
         }
         Head const& head = passes->front().head;
         for (auto const& [name, value] : head.entries()) {
@@ -234,11 +231,7 @@ std::string facts(MachineFindings const& set) {
                                  std::to_string(control.points) + " points strayed, " +
                                  std::to_string(control.allowed) + " may");
     }
-    std::string html = "<dl class=\"facts\">";
-    for (auto const& [name, value] : lines) {
-        html += "<div>" + element("dt", name) + element("dd", value) + "</div>";
-    }
-    return html + "</dl>";
+    return factList(lines);
 }
 
 std::string summary(Findings const& findings, std::vector<std::vector<Row>> const& rows) {

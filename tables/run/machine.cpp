@@ -41,6 +41,19 @@ std::string firstLine(std::string const& path) {
 
 std::string percentOf(double share) { return std::to_string(std::lround(share * 100)) + '%'; }
 
+// What the system says of the processor that this thread is on, and of those it may be on.
+void describeProcessor(MachineState& state) {
+    state.processor = ::sched_getcpu();
+    cpu_set_t allowed;
+    CPU_ZERO(&allowed);
+    (void)::sched_getaffinity(0, sizeof allowed, &allowed);
+    state.processors = CPU_COUNT(&allowed);
+    state.online = static_cast<int>(::sysconf(_SC_NPROCESSORS_ONLN));
+    std::string const about = "/sys/devices/system/cpu/cpu" + std::to_string(state.processor);
+    state.governor = firstLine(about + "/cpufreq/scaling_governor");
+    state.siblings = firstLine(about + "/topology/thread_siblings_list");
+}
+
 } // namespace
 
 int counterMHz() {
@@ -97,16 +110,7 @@ MachineState watchMachine(double seconds) {
         double const high = quantileOf(lows, 0.95);
         state.clockSpread = std::max(0.0, high - low - level->step()) / low;
     }
-
-    state.processor = ::sched_getcpu();
-    cpu_set_t allowed;
-    CPU_ZERO(&allowed);
-    (void)::sched_getaffinity(0, sizeof allowed, &allowed);
-    state.processors = CPU_COUNT(&allowed);
-    state.online = static_cast<int>(::sysconf(_SC_NPROCESSORS_ONLN));
-    std::string const about = "/sys/devices/system/cpu/cpu" + std::to_string(state.processor);
-    state.governor = firstLine(about + "/cpufreq/scaling_governor");
-    state.siblings = firstLine(about + "/topology/thread_siblings_list");
+    describeProcessor(state);
     return state;
 }
 
