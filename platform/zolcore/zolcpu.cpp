@@ -35,8 +35,7 @@ Feature const features[] = {
 };
 
 constexpr Zol32u osxsaveBit = 1U << 27;
-constexpr Zol32u topologyBit = 1U << 22; // leaf 0x8000001D is there
-constexpr Zol64u ymmState = 0x06;        // bits of the extended control register
+constexpr Zol64u ymmState = 0x06; // bits of the extended control register
 constexpr Zol64u zmmState = 0xe6;
 
 // The extended control register 0, which tells the register state that the system saves.
@@ -140,7 +139,7 @@ long long zolCacheBytes(ZolCpuid subleaf) {
 
 long long zolReadMaxCache() {
     long long bytes = largestCache(4);
-    if (bytes == 0 && (leafOrNone(0x80000001U).ecx & topologyBit) != 0) {
+    if (bytes == 0) {
         bytes = largestCache(0x8000001dU);
     }
     return bytes != 0 ? bytes : systemCache();
