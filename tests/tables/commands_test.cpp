@@ -26,7 +26,8 @@ public:
                  " && mkdir " + at("old") + ' ' + at("new"));
     }
     Outcome run(std::string const& words, std::string const& environment = "") {
-        return runShell("cd " + dir.path + " && " + environment + " '" PS_TABLES "' " + words);
+        return runShell("cd " + dir.path + " && PS_CPU_MHZ=2600 " + environment +
+                        " '" PS_TABLES "' " + words);
     }
     Outcome pair(std::string const& words, std::string const& environment = "") {
         return run("pair --program ./ps_zolvm --baseline old --library new " + words, environment);
