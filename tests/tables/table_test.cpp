@@ -5,6 +5,7 @@
 
 #include "core/failure.h"
 #include "core/merge.h"
+#include "core/text.h"
 
 using namespace tables;
 
@@ -164,6 +165,7 @@ TEST(Table, ClocksHaveThreeDigits) {
     for (auto const& [clocks, wanted] : cases) {
         EXPECT_EQ(wanted, formatClocks(clocks));
     }
+    EXPECT_EQ(format("%500d\n", 7).size(), 501U); // as a line with long names
 }
 
 TEST(Merge, TheSecondLeastStandsForAPoint) {
