@@ -32,15 +32,12 @@ bool tellAdjustment(psParameter* parm, int size, int limit, bool bySteps) {
 TEST(PsCacheIterator, TrialsOfBothPlacements) {
     // step: to the placement in cache, out of it, or another trial
     std::tuple<char, int, int> const trials[] = {
-        {'i', 0, 100},      {'t', 5000, 40000},
-        {'t', 100, 5000},   {'t', 5000, 100}, // fits, yet no try is left
-        {'o', 5000, 4000},  {'t', 40000, 100},
-        {'i', 100, 100}, // nothing of the first time is left
-        {'t', 100, 40000},  {'t', 400, 40000},
-        {'t', 400, 5000},   {'t', 5000, 40000},
+        {'t', 5000, 5000},  {'i', 0, 100},     {'t', 5000, 40000}, {'t', 100, 5000},
+        {'t', 5000, 100},                                       // fits, yet no try is left
+        {'o', 5000, 4000},  {'t', 40000, 100}, {'i', 100, 100}, // nothing of the first time is left
+        {'t', 100, 40000},  {'t', 400, 40000}, {'t', 400, 5000},   {'t', 5000, 40000},
         {'i', 5000, 40000}, {'t', 100, 100}, // the first adjustment does not widen the band
-        {'i', 0, 3275},     {'i', 0, 3276},
-        {'i', 0, 29491},    {'i', 5000, 29492},
+        {'i', 0, 3275},     {'i', 0, 3276},    {'i', 0, 29491},    {'i', 5000, 29492},
         {'i', 100, 29491},  {'t', 100, 29491}, // too small, yet not too big
         {'o', 0, 34405},    {'o', 0, 34406}};
     psCacheIterator::m_cacheSizeHook = [](int* bytes) {

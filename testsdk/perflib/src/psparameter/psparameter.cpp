@@ -86,8 +86,10 @@ psOStream& psParameter::toOStream(psOStream& out) const {
 psCStream& psParameter::toCStream(psCStream& out) const {
     psString text;
     if (m_name.empty()) {
-        text = "";
-    } else if (m_deprecatedNow) {
+        putColumn(out, text);
+        return out;
+    }
+    if (m_deprecatedNow) {
         text = m_deprecatedText;
     } else if ((m_flags & textInQuotes) != 0) {
         text << " \"" << valueString() << "\"";
