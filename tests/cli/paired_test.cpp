@@ -126,6 +126,7 @@ TEST(Paired, WhatCannotBeMeasuredIsOneClearLine) {
     };
     std::string library = readFile(own + "/libzolvm.so");
     library[18] = '\xb7'; // of another architecture
+    std::string const ended = "its process ended: ";
     std::string const bad = made("bad", std::string(4096, 'x'));
     std::string const half = made("half", readFile(own + "/libzolcore.so"));
     char const* const apart = "-dBaselineIn=process";
@@ -133,7 +134,8 @@ TEST(Paired, WhatCannotBeMeasuredIsOneClearLine) {
     std::tuple<char const*, std::string, char const*, std::string> const cases[] = {
         {"", "/no/where", "", "-- Baseline: /no/where is not there\n"},
         {"", half + "/..//none.so", "", "none.so is not there\n"},
-        {"", bad, "", (hasSpaces ? bad : "ended: " + bad) + "/libzolvm.so: invalid ELF header\n"},
+        {"", bad, "",
+         "-- Baseline: " + (hasSpaces ? "" : ended) + bad + "/libzolvm.so: invalid ELF header\n"},
         {"", half, "", none},
         {"", half, apart, none},
         {"", own, "-dPairTime=0", "PairTime=0 is not a number from 1 to 10000\n"},
@@ -147,8 +149,8 @@ TEST(Paired, WhatCannotBeMeasuredIsOneClearLine) {
         {"", made("empty", ""), apart, "empty/libzolvm.so: file too short\n"},
         {"", made("other", library), apart, "/libzolvm.so and took "},
         {"", own + "/libzolcore.so", apart, "/libzolcore.so and took "},
-        {"OWN_INIT=", own, "-dBaselineIn=process -dBaselineFeatures=1", "ended: exit code 3\n"},
-        {"OWN_INIT='No licence\nfor you\n'", own, apart, "its process ended: No licence\n"},
+        {"OWN_INIT=", own, "-dBaselineIn=process -dBaselineFeatures=1", ended + "exit code 3\n"},
+        {"OWN_INIT='No licence\nfor you\n'", own, apart, ended + "No licence\n"},
         {"trap '' XFSZ; ulimit -f 20000;", own, apart, "no shared memory: File too large\n"},
         {"ulimit -v 40000;", own, apart, "the shared memory: Cannot allocate memory\n"},
         {"ulimit -v 80000;", own, "-dPairTime=10000", "-- Baseline: no memory for the readings\n"}};
