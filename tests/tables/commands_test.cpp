@@ -25,12 +25,8 @@ public:
         runShell("cp '" FAKE_ZOLVM "' " + at("ps_zolvm") + " && chmod +x " + at("ps_zolvm") +
                  " && mkdir " + at("old") + ' ' + at("new"));
     }
-    Outcome run(std::string const& words, std::string const& environment = "") {
-        return runShell("cd " + dir.path + " && PS_CPU_MHZ=2600 " + environment +
-                        " '" PS_TABLES "' " + words);
-    }
-    Outcome pair(std::string const& words, std::string const& environment = "") {
-        return run("pair --program ./ps_zolvm --baseline old --library new " + words, environment);
+    Outcome run(std::string const& words) {
+        return runShell("cd " + dir.path + " && PS_CPU_MHZ=2600 '" PS_TABLES "' " + words);
     }
     // A shell command, in which ps_tables is $T, with its answer but for what the clock tells.
     std::string answer(std::string const& command) const {
@@ -47,19 +43,10 @@ public:
         return std::regex_replace(text, std::regex(R"(\b[\d.]+ s\b)"), "S s");
     }
     std::string at(std::string const& name) const { return dir.path + name; }
-    std::vector<std::string> log() const { return lines(readFile(at("log"))); }
-    bool exists(std::string const& name) const {
-        return runShell("test -e " + at(name)).status == 0;
-    }
 
 private:
     TempDirectory const dir;
 };
-
-int count(std::vector<std::string> const& all, std::string const& part) {
-    return static_cast<int>(std::count_if(
-        all.begin(), all.end(), [&part](std::string const& one) { return contains(one, part); }));
-}
 
 // The commands are those of the stored text, behind "$ "; "====" begins a folder of its own.
 void expectSessions(std::string const& name) {
@@ -195,65 +182,6 @@ TEST(Process, IsKilledWithWhatItLeftBehind) {
     }
 }
 
-TEST(Pair, PassesOfSeveralMachinesStayApart) {
-    Bench bench;
-    std::string const words = "--passes 8 -q -o cmp.csv ";
-    EXPECT_EQ(2, bench.pair("--array").status) << "no place for the passes";
-    for (int task = 1; task <= 8; ++task) {
-        bench.pair(words + "--only " + std::to_string(task),
-                   task <= 4 ? "FAKE_SLOW=3" : "FAKE_SLOW=-5");
-    }
-    runShell("sed -i s/Computer,vm/Computer,lab2/ " + bench.at("cmp.csv.passes/00[578].csv") +
-             "; sed -i s/Computer,vm/Computer,lab3/ " +
-             bench.at("cmp.csv.passes/006.csv")); // a control
-    Outcome const outcome = bench.pair(words + "--resume", "FAKE_SLOW=3");
-    EXPECT_EQ(1, outcome.status) << outcome.err;
-    for (char const* const part :
-         {"\non vm (A chip)\n", "\non lab2 (A chip)\n",
-          "\nSin_32f_A24             +3.0%    -5.0%\n", "\n12 passes, ", "\n3 passes, ",
-          "\nno verdict for lab3 (A chip): no pairs in 1 pass\n"}) {
-        EXPECT_TRUE(contains(outcome.out, part)) << part << outcome.out;
-    }
-    std::string const tables = readFile(bench.at("cmp.csv"));
-    std::size_t const second = tables.find("Computer,lab2");
-    EXPECT_EQ(2, count(lines(tables), "Computer,"));
-    EXPECT_EQ(3, count(lines(tables.substr(0, second)), " slower"));
-    EXPECT_EQ(3, count(lines(tables.substr(second)), " faster"));
-
-    // The machine that measured again is another one.
-    std::string const elsewhere = bench.at("elsewhere.csv");
-    runShell(
-        "awk '/^Pass,9$/ { again = 1 } again { sub(\"^Computer,vm\", \"Computer,login\") } 1' " +
-        bench.at("cmp.csv.passes.csv") + " >" + elsewhere);
-    Outcome const verdict = bench.run("verdict elsewhere.csv");
-    EXPECT_EQ(1, verdict.status) << verdict.err;
-    EXPECT_TRUE(contains(verdict.out, "\nno verdict for login (A chip): no pairs in 8 passes\n"))
-        << verdict.out;
-
-    // Absolute numbers are compared machine by machine, those of a single one with any other.
-    EXPECT_EQ(0, bench.run("merge cmp.csv.passes.csv -o both.csv").status);
-    EXPECT_EQ(2, count(lines(readFile(bench.at("both.csv"))), "Computer,"));
-    runShell("sed '/^Computer,lab2/,$d' " + bench.at("both.csv") + " | sed '$d' >" +
-             bench.at("vm.csv") + "; sed s/Computer,vm/Computer,lab3/ " + bench.at("vm.csv") +
-             " >" + bench.at("lab3.csv"));
-    struct {
-        char const* files;
-        int verdicts;
-        char const* told;
-    } const cases[] = {
-        {"both.csv both.csv", 2, "lab2 (A chip): of single runs"},
-        {"vm.csv both.csv", 1, "lab2 (A chip): only both.csv has passes of it\n"},
-        {"both.csv vm.csv", 1, "lab2 (A chip): only both.csv has passes of it\n"},
-        {"vm.csv lab3.csv", 1, "other machine: vm (A chip), then lab3 (A chip)\n"},
-    };
-    for (auto const& [files, verdicts, told] : cases) {
-        Outcome const compared = bench.run(std::string("compare --strict ") + files);
-        EXPECT_EQ(verdicts == 2 ? 0 : 2, compared.status) << files << compared.err;
-        EXPECT_EQ(verdicts, count(lines(compared.out), "on ")) << compared.out;
-        EXPECT_TRUE(contains(compared.out, told)) << compared.out;
-    }
-}
-
 TEST(Pair, RealLibrariesAreComparedFromEndToEnd) {
     Bench bench;
     Outcome const outcome =
@@ -262,48 +190,6 @@ TEST(Pair, RealLibrariesAreComparedFromEndToEnd) {
     EXPECT_EQ(0, outcome.status) << outcome.out << outcome.err;
     EXPECT_TRUE(contains(outcome.out, "22 points: ")) << outcome.out << outcome.err;
     EXPECT_TRUE(contains(readFile(bench.at("cmp.csv.passes.csv")), "\n4,Sqr,64f,A53,32768,"));
-}
-
-TEST(Run, PassesBecomeATableThatComparesWithAnother) {
-    Bench bench;
-    std::string const run = "run -q --program ./ps_zolvm --passes 4 ";
-    EXPECT_EQ(0, bench.run(run + "-o before.csv").status);
-    EXPECT_EQ(0, bench.run(run + "-o after.csv", "FAKE_SLOW=8").status);
-    Outcome const outcome = bench.run("compare before.csv.passes.csv after.csv.passes.csv");
-    EXPECT_EQ(1, outcome.status) << outcome.out;
-    EXPECT_TRUE(contains(outcome.out, "Sin_32f_A24                64..256    +8."));
-    EXPECT_TRUE(contains(outcome.out, "48 points: 3 slower, 0 faster, 0 undecided, 45 same"));
-    Outcome const merged = bench.run("compare before.csv after.csv");
-    EXPECT_EQ(0, merged.status);
-    EXPECT_TRUE(contains(merged.out, "of single runs, only changes beyond 30% are called"));
-
-    // What only one has is told, and --strict takes it for a failure.
-    runShell("grep -v '^Abs' " + bench.at("after.csv") + " | sed s/ZOL/ZOL2/ >" +
-             bench.at("less.csv"));
-    Outcome const less = bench.run("compare before.csv less.csv --strict");
-    EXPECT_EQ(2, less.status);
-    EXPECT_TRUE(contains(less.out, "other Library: 'ZOL', then 'ZOL2'\n"
-                                   "4 rows that only before.csv has\n"));
-    EXPECT_EQ(0, bench.run("compare before.csv less.csv").status);
-
-    // A table that was merged is merged again; a job array makes the same passes one by one.
-    EXPECT_EQ(0, bench.run("merge before.csv after.csv -o both.csv").status);
-    EXPECT_TRUE(contains(readFile(bench.at("both.csv")), "Passes,2\n"));
-    std::string const script =
-        bench.run("run --array --program ./ps_zolvm --passes 2 -o array.csv -- -fSin").out;
-    EXPECT_TRUE(contains(script, "#SBATCH --array=1-2\n")) << script;
-    for (char const* const task : {"2", "1"}) {
-        EXPECT_EQ(0,
-                  runShell("cd " + bench.at("") + " && SLURM_ARRAY_TASK_ID=" + task + " sh", script)
-                      .status);
-    }
-    EXPECT_FALSE(bench.exists("array.csv"));
-    std::size_t const made = bench.log().size();
-    EXPECT_EQ(
-        0,
-        bench.run("run --resume -q --program ./ps_zolvm --passes 2 -o array.csv -- -fSin").status);
-    EXPECT_TRUE(bench.exists("array.csv"));
-    EXPECT_EQ(made, bench.log().size());
 }
 
 TEST(Machine, ItsTextSaysWhatItIsFitFor) {
