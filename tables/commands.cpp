@@ -249,9 +249,10 @@ std::vector<std::string> adviceOf(Comparison const& comparison) {
                          std::to_string(std::lround(comparison.singleLimit * 100)) +
                          "% are called; 'ps_tables run' makes several passes");
     }
-    int const undecided = comparison.verdict.count(Call::undecided);
-    if (comparison.inflation > noisy ||
-        static_cast<std::size_t>(undecided) * 2 > comparison.verdict.points.size()) {
+    auto const undecided = static_cast<std::size_t>(comparison.verdict.count(Call::undecided));
+    bool const mostUndecided = // single runs are undecided for their own reason
+        comparison.singleLimit == 0 && undecided * 2 > comparison.verdict.points.size();
+    if (comparison.inflation > noisy || mostUndecided) {
         advice.push_back(
             "passes lie far apart here (in the middle of all points the second table is " +
             percent(comparison.common) + "): 'ps_tables pair' is the way");

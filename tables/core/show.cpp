@@ -306,9 +306,9 @@ std::string showText(Shown const& shown) {
         text += verdictText(shown, verdict);
         text += &verdict == &shown.verdicts.back() ? "" : "\n";
     }
-    if (shown.verdicts.size() > 1) {
+    if (auto const rows = byFunction(shown); shown.verdicts.size() > 1 && !rows.empty()) {
         text += "\nfunctions by machine, the first column is the first machine:\n";
-        for (std::vector<std::string> const& row : byFunction(shown)) {
+        for (std::vector<std::string> const& row : rows) {
             text += format("%-20s", row[0].c_str());
             for (std::size_t i = 1; i < row.size(); ++i) {
                 text += format(" %8s", row[i].c_str());
