@@ -9,4 +9,4 @@ find build/coverage -name '*.gcda' -delete
 say "testing"
 ctest --preset coverage -j 2 --output-on-failure >build/coverage/tests.log ||
     die "tests; see build/coverage/tests.log"
-gcovr --root . --filter testsdk/ --filter sources/ --filter platform/ -j 2 build/coverage
+gcovr --root . --filter testsdk/ --filter sources/ --filter platform/ --filter tables/ -j 2 build/coverage

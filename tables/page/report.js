@@ -594,7 +594,7 @@ function showChart() {
 }
 
 function storeOpened() {
-    state.open = opened.join(';');
+    state.open = opened.join('\n'); // which no name holds
     writeAddress();
 }
 
@@ -750,7 +750,7 @@ function start() {
     showFilters();
     makeHead();
     showMap();
-    opened = state.open ? state.open.split(';').filter(name => set.byName.has(name)) : [];
+    opened = state.open ? state.open.split('\n').filter(name => set.byName.has(name)) : [];
     if (opened.length === 0) {
         opened = [mostStriking()];
     }
