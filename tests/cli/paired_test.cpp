@@ -128,6 +128,7 @@ TEST(Paired, WhatCannotBeMeasuredIsOneClearLine) {
     library[18] = '\xb7'; // of another architecture
     std::string const ended = "its process ended: ";
     std::string const bad = made("bad", std::string(4096, 'x'));
+    std::string const empty = made("empty", "");
     std::string const half = made("half", readFile(own + "/libzolcore.so"));
     char const* const apart = "-dBaselineIn=process";
     std::string const none = "libzolvm.so holds none of the measured functions\n";
@@ -146,7 +147,7 @@ TEST(Paired, WhatCannotBeMeasuredIsOneClearLine) {
         {"", own, "-dBaselineIn=", "BaselineIn= is neither space nor process\n"},
         {"", "", "", "-- Baseline: no path is given\n"},
         {"", own, "-dBaselineFeatures=X", "BaselineFeatures=X names no features\n"},
-        {"", made("empty", ""), apart, "empty/libzolvm.so: file too short\n"},
+        {"", empty, apart, ended + empty + "/libzolvm.so: file too short\n"},
         {"", made("other", library), apart, "/libzolvm.so and took "},
         {"", own + "/libzolcore.so", apart, "/libzolcore.so and took "},
         {"OWN_INIT=", own, "-dBaselineIn=process -dBaselineFeatures=1", ended + "exit code 3\n"},
