@@ -82,6 +82,7 @@ TEST_F(PsCStream, ReportsTheFirstRepeatByItsLines) {
     line("same", "2");
     EXPECT_FALSE(table.identicalLinesStop());
     EXPECT_EQ(console(), warning + warning);
+    table.lineAbandon();
     line("same", "1"); // nobody watches
     line("same", "1");
     EXPECT_FALSE(table.identicalLinesStop());

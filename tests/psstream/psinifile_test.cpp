@@ -178,6 +178,7 @@ TEST_F(PsIniFile, KeepsModeOwnerAndLinkAndIsWholeAtEachMoment) {
     EXPECT_EQ(content(path("new")), "t");
     struct stat facts = {};
     EXPECT_TRUE(stat(path("new").c_str(), &facts) == 0 && (facts.st_mode & 07777U) == 0640);
+    EXPECT_TRUE(facts.st_uid == geteuid() && facts.st_gid == getegid());
 }
 
 TEST_F(PsIniFile, WritesInsideWhatIsNoFile) {

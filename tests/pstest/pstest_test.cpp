@@ -62,6 +62,8 @@ TEST_F(PsTest, RegistrationNamesTheCallableThatWillBeUsed) {
     psTest loopCall(call, nullptr, loop, nullptr, "zT", "zt.cpp", "t");
     note(loopCall, psTool::Loop, true);
     note(loopCall, psTool::Loop, false);
+    psTest callOnly(call, nullptr, nullptr, nullptr, "zT", "zt.cpp", "t");
+    note(callOnly, psTool::Auto, false);
     psTest toolForm([](psTool&, int) { return psResult{psResOk}; }, "zT", "zt.cpp", "t");
     note(toolForm, psTool::Auto, false);
     psTest none(static_cast<psFuncOld>(nullptr), "zT", "zt.cpp", "t");

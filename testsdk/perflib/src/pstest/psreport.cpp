@@ -175,10 +175,8 @@ bool psReportList::presentInTestList(psTestList& tests, psString const& name) {
 }
 
 psOStream& operator<<(psOStream& out, psReportList const& report) {
-    if (out.passes()) {
-        for (psString const& cell : report) {
-            out << cell << (cell == lineEnd ? "" : "\t");
-        }
+    for (psString const& cell : report) {
+        out << cell << (cell == lineEnd ? "" : "\t");
     }
     return out;
 }
