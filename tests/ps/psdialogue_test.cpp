@@ -81,10 +81,17 @@ TEST_F(PsDialogue, MethodsAndAccuracy) {
         read(words);
         EXPECT_EQ(settings(), wanted);
     }
-    resetGlobals(); // a preset method gives the defaults
-    psRegTimingMethod([](psTool& tool) { tool.setMethodStat(9, 777); });
-    read({"-B"});
-    EXPECT_EQ(settings(), "2 10 9 777 1 2048 100 0.05 no 0 yes 512");
+    // A preset method gives the defaults.
+    std::pair<void (*)(psTool&), char const*> const presets[] = {
+        {[](psTool& tool) { tool.setMethodLoop(7); }, "1 7 12 10000 1 2048 100"},
+        {[](psTool& tool) { tool.setMethodStat(9, 777); }, "2 10 9 777 1 2048 100"},
+        {[](psTool& tool) { tool.setMethodBest(4, 64, 99); }, "3 10 12 10000 4 64 99"}};
+    for (auto const& [preset, wanted] : presets) {
+        resetGlobals();
+        EXPECT_EQ(psRegTimingMethod(preset), 1);
+        read({"-B"});
+        EXPECT_EQ(settings(), wanted + std::string(" 0.05 no 0 yes 512"));
+    }
 }
 
 TEST_F(PsDialogue, SourcesGiveTheSameSettings) {

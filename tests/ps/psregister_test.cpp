@@ -14,6 +14,7 @@ TEST_F(PsRegister, LibraryStart) {
     zol_Init = [] { return ZolStatus(-1); };
     zol_SetCpuFeatures = [](Zol64u) { return ZolStatus(-8); };
     zol_SetNumThreads = [](int) { return ZolStatus(36); };
+    zol_GetNumThreads = [](int*) { return ZolStatus(-9); };
     text += started({"-TQ7", "-N2"}); // an error, so that the library starts without
     for (psVersionFunction const version :
          {+[]() -> ZolLibraryVersion const* { return nullptr; },

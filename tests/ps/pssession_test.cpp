@@ -54,7 +54,7 @@ TEST_F(PsSession, WholeOutput) {
         psRegParm(unused);
         psRegParm(used);
         ProbeTest::parameters.insert(ProbeTest::parameters.end(), &used);
-        psRegParmFunc([] { ProbeTest::ran.emplace_back("parmFunc"); });
+        EXPECT_EQ(psRegParmFunc([] { ProbeTest::ran.emplace_back("parmFunc"); }), 1);
         text += run(words);
         EXPECT_EQ(ProbeTest::ran.empty(), words[0] != "-B" && words[0] != "-AT");
         EXPECT_TRUE(ProbeTest::ran.empty() || ProbeTest::ran[0] == "parmFunc");

@@ -13,6 +13,9 @@ TEST_F(VtsRandom, SequenceFromASeed) {
 }
 
 TEST_F(VtsRandom, UniformFills) {
+    int codes[3] = {9, 9, 9};
+    vtsiFillFixed(codes, 2, 5);
+    EXPECT_EQ(codes[1] + codes[2], 5 + 9);
     constexpr double second = 1132489760.0 / 2147483647.0;
     float singles[4] = {9, 9, 9, 9};
     MCG31m1Init(1);
