@@ -289,10 +289,12 @@ class Copy:
         except subprocess.TimeoutExpired:
             return False
         finally:
-            try:
-                os.killpg(process.pid, signal.SIGKILL)  # and what it left running
-            except ProcessLookupError:
-                pass
+            for name in filter(str.isdigit, os.listdir("/proc")):  # and what it left running
+                try:
+                    if os.getsid(int(name)) == process.pid:  # in groups of their own, too
+                        os.kill(int(name), signal.SIGKILL)
+                except ProcessLookupError:
+                    pass
             process.wait()
 
     def make(self, *targets):
