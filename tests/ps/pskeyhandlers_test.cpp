@@ -21,7 +21,8 @@ TEST_F(PsKeyHandlers, EchoOfEachForm) {
     writeFile("perf.ini", "");
     std::string text;
     std::istringstream words(
-        "-B -A -ATimingParams -AMisalign -d -dx -d=1 -dx=1 -i -I -P -o -Oa -L -LMEM -LTRACE -LINFO "
+        "-B -A -ATimingParams -AMisalign -d -dx -d=1 -dx=1 -i -I -P -o -Oa -L -LERR -LMEM -LTRACE "
+        "-LINFO "
         "-LDATA -LWARN -Lxyz -r -R -q -q+x -Q -u -Ux.y -g -n -nx -p -pd -l -ld/ -fx -f+x -f-x -f=x "
         "-f -tx -t+x -t-x -t=x -t+ -mx -m+x -m-x -m=x -m -k -kand -kor -Fx -Y -YHIGH -YNORMAL "
         "-YLOW -Yhigh -H -HO -W -TSSE2,AES -T -N4 -N0 -N1 -Nmany -SU -C -s -s- -e -e+ -e- -v -h "
