@@ -33,6 +33,9 @@ TEST_F(Zolcore, CountsOnlyFeaturesWhoseRegistersTheSystemSaves) {
     EXPECT_EQ(zolFeatureMask(leaf1, leaf7, extended, 0xe7), basic | wide | widest);
     EXPECT_EQ(zolFeatureMask({}, {}, {}, 0xe7), zolAVX_ENABLEDBYOS);
     EXPECT_EQ(zolFeatureMask({}, {}, {}, 0), 0U);
+    Zol64u const here = zolReadFeatures();
+    EXPECT_EQ((here & zolCPUID_AVX2) != 0, __builtin_cpu_supports("avx2") != 0);
+    EXPECT_EQ((here & zolCPUID_AVX512F) != 0, __builtin_cpu_supports("avx512f") != 0);
 }
 
 TEST_F(Zolcore, EachFeatureHasTheBitThatTheCompilerKnows) {

@@ -108,6 +108,12 @@ TEST(PsString, ReadsNumbersAndFlagsTheOthers) {
         narrow << text;
         EXPECT_EQ(text.errorConvertion(), failed);
         EXPECT_EQ(narrow, wanted);
+        long long whole = 99;
+        unsigned long long positive = 99;
+        whole << text;
+        positive << text;
+        EXPECT_EQ(whole, wanted);
+        EXPECT_EQ(static_cast<long long>(positive), wanted);
     }
 
     psString long64("0xFEDCBA9876543210");
