@@ -84,7 +84,7 @@ private:
     }
 
     void* handle;
-    char text[scratchSize]; // of the key that was asked for last
+    char text[scratchSize] = ""; // of the key that was asked for last
 };
 
 void mapLetters(char* text, int (*map)(int)) {
